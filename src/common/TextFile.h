@@ -1,0 +1,78 @@
+#pragma once
+// Comma-separated text files in the program's classic form: fields separated by
+// commas, a carriage return and line feed at each line end, texts in double
+// quotes, booleans as #TRUE# and #FALSE#. The writer and the reader are each
+// other's inverse; I/O failures become numbered faults.
+#include "common/TextRules.h"
+
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+namespace velk {
+
+// Maps an errno value from opening, reading or writing to a fault number.
+int FaultFromErrno(int err, bool reading);
+
+// A file opened for output; replaces what was there.
+class OutFile {
+public:
+  explicit OutFile(const std::string& path);
+  // Writes into `sink` instead of a file.
+  explicit OutFile(std::string* sink) : sink_(sink) {}
+  ~OutFile();
+  OutFile(const OutFile&) = delete;
+  OutFile& operator=(const OutFile&) = delete;
+
+  void Put(std::string_view text);
+  void Close(); // flushes; a failure is a fault
+  std::size_t Column() const { return column_; }
+
+private:
+  std::FILE* f_ = nullptr;
+  std::string* sink_ = nullptr;
+  std::size_t column_ = 0;
+};
+
+// Reads a whole file into memory; a missing file is fault 53.
+std::string ReadWholeFile(const std::string& path);
+
+class FieldWriter {
+public:
+  explicit FieldWriter(OutFile& out) : out_(out) {}
+  void Text(std::string_view text);
+  void Single(velk::Single value);
+  void Boolean(velk::Boolean value);
+  void Integer(long long value);
+  void EndLine();
+  void Line(std::string_view raw); // a plain line, as it stands
+
+  // A text made safe for a quoted field: a double quote becomes an apostrophe
+  // and line breaks become blanks, so the reader always finds the closing quote.
+  static std::string QuotedSafe(std::string_view text);
+
+private:
+  void Separator();
+  OutFile& out_;
+  bool first_ = true;
+};
+
+class FieldReader {
+public:
+  explicit FieldReader(std::string data) : data_(std::move(data)) {}
+  std::string Text();
+  velk::Single Single();
+  double Double();
+  velk::Integer Integer();
+  velk::Long Long();
+  velk::Boolean Boolean();
+  bool AtEnd() const { return pos_ >= data_.size(); }
+
+private:
+  std::string RawField(bool* quoted = nullptr);
+  void SkipDelimiter();
+  std::string data_;
+  std::size_t pos_ = 0;
+};
+
+} // namespace velk

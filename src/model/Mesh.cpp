@@ -1,0 +1,45 @@
+#include "model/Mesh.h"
+
+#include "common/TextFile.h"
+
+namespace velk {
+
+Mesh::~Mesh() {
+  // Released in this order: nodes, stiffeners, plates.
+  nodes_.reset();
+  two_.reset();
+  four_.reset();
+}
+
+velk::Nodes& Mesh::Nodes() {
+  if (!nodes_) nodes_ = std::make_shared<velk::Nodes>();
+  return *nodes_;
+}
+velk::twoNodes& Mesh::twoNodes() {
+  if (!two_) two_ = std::make_shared<velk::twoNodes>();
+  return *two_;
+}
+velk::fourNodes& Mesh::fourNodes() {
+  if (!four_) four_ = std::make_shared<velk::fourNodes>();
+  return *four_;
+}
+
+void Mesh::ReadData(FieldReader& in) {
+  Nodes().ReadData(in);
+  twoNodes().ReadData(in);
+  fourNodes().ReadData(in);
+}
+
+void Mesh::ReadData1_4(FieldReader& in) {
+  Nodes().ReadData1_4(in);
+  twoNodes().ReadData1_4(in);
+  fourNodes().ReadData1_4(in);
+}
+
+void Mesh::StoreData1_4(FieldWriter& out) {
+  Nodes().StoreData1_4(out);
+  twoNodes().StoreData1_4(out);
+  fourNodes().StoreData1_4(out);
+}
+
+} // namespace velk

@@ -1,0 +1,46 @@
+// The settings file: run options and display options, nine lines, no header.
+#include "common/Fault.h"
+#include "common/ProgramFolder.h"
+#include "common/TextFile.h"
+#include "model/VELKMain.h"
+#include "view/View.h"
+
+namespace velk {
+
+namespace {
+bool gFileEnabled = true;
+std::string gInMemory; // the options while the file is switched off
+} // namespace
+
+std::string SettingsPath() { return JoinPath(WritableFolder(), "velk1_4.ini"); }
+
+void SetOptionFileEnabled(bool enabled) {
+  gFileEnabled = enabled;
+  gInMemory.clear();
+}
+
+void Save_Option() {
+  try {
+    gInMemory.clear();
+    OutFile file = gFileEnabled ? OutFile(SettingsPath()) : OutFile(&gInMemory);
+    FieldWriter out(file);
+    gAnalysis().StoreData1_4Option(out);
+    gView().StoreData1_4Option(out);
+    file.Close();
+  } catch (const std::exception&) {
+    MsgBox("Error: Saving INI file!");
+  }
+}
+
+void Read_Option() {
+  try {
+    if (!gFileEnabled && gInMemory.empty()) return; // nothing saved yet: defaults stay
+    FieldReader in(gFileEnabled ? ReadWholeFile(SettingsPath()) : gInMemory);
+    gAnalysis().ReadData1_4Option(in);
+    gView().ReadData1_4Option(in);
+  } catch (const std::exception&) {
+    MsgBox("Error: Reading INI file!");
+  }
+}
+
+} // namespace velk

@@ -1,0 +1,32 @@
+#pragma once
+#include "model/Nodeb.h"
+
+#include <memory>
+
+namespace velk {
+
+// A quadrilateral plate cell between four grid nodes; it exists in the
+// structure when it has a thickness.
+class fourNode {
+public:
+  Long ID = 0;
+  Long vID = 0;
+  Long UvID = 0;
+  std::shared_ptr<Nodeb> Node1, Node2, Node3, Node4;
+  Single CPX = 0;
+  Single CPY = 0;
+  Single Thickness = 0;
+  Boolean PropertyDefined = vbFalse;
+
+  void UpdatePropertyDefined() { PropertyDefined = ToBoolean(Thickness > kTolerance); }
+  void GenerateCP();
+
+  void ReadData(FieldReader& in);
+  void ReadData1_4(FieldReader& in);
+  void StoreData1_4(FieldWriter& out) const;
+
+private:
+  void ReadCommon(FieldReader& in);
+};
+
+} // namespace velk

@@ -1,0 +1,348 @@
+#include "view/View.h"
+
+#include "common/Fault.h"
+#include "common/TextFile.h"
+#include "model/VELKMain.h"
+
+#include <cmath>
+#include <numbers>
+
+namespace velk {
+
+namespace {
+
+Matrix4 Identity() {
+  Matrix4 m{};
+  m[0] = m[5] = m[10] = m[15] = 1;
+  return m;
+}
+
+// m = m * b, column-major, as GL multiplies the current matrix on the right.
+void MultRight(Matrix4& m, const Matrix4& b) {
+  Matrix4 r{};
+  for (int c = 0; c < 4; ++c)
+    for (int rr = 0; rr < 4; ++rr) {
+      double s = 0;
+      for (int k = 0; k < 4; ++k) s += m[k * 4 + rr] * b[c * 4 + k];
+      r[c * 4 + rr] = s;
+    }
+  m = r;
+}
+
+void Translate(Matrix4& m, double x, double y, double z) {
+  Matrix4 t = Identity();
+  t[12] = x;
+  t[13] = y;
+  t[14] = z;
+  MultRight(m, t);
+}
+
+void Scale(Matrix4& m, double x, double y, double z) {
+  Matrix4 s = Identity();
+  s[0] = x;
+  s[5] = y;
+  s[10] = z;
+  MultRight(m, s);
+}
+
+// The rotation glRotatef builds, about a unit axis; angles in degrees, taken as
+// 32-bit floats like the call itself.
+void Rotate(Matrix4& m, double angleDeg, double x, double y, double z) {
+  double a = static_cast<float>(angleDeg) * std::numbers::pi / 180.0;
+  double c = std::cos(a), s = std::sin(a), t = 1 - c;
+  Matrix4 r = Identity();
+  r[0] = x * x * t + c;
+  r[1] = y * x * t + z * s;
+  r[2] = x * z * t - y * s;
+  r[4] = x * y * t - z * s;
+  r[5] = y * y * t + c;
+  r[6] = y * z * t + x * s;
+  r[8] = x * z * t + y * s;
+  r[9] = y * z * t - x * s;
+  r[10] = z * z * t + c;
+  MultRight(m, r);
+}
+
+} // namespace
+
+View::View() {
+  // The state of Initialization, then the option defaults, then a frame.
+  ViewMode = 0;
+  PropertyMode = 1;
+  MeshMode = 3;
+  ScreenMode = 0;
+  Set_Limits();
+  HClipFrom = static_cast<Single>(SLimitX0);
+  HClipTo = static_cast<Single>(SLimitX1);
+  VClipFrom = static_cast<Single>(SLimitY0);
+  VClipTo = static_cast<Single>(SLimitY1);
+  Draw_ModelView();
+  Draw_Projection();
+  Refresh();
+}
+
+void View::Set_Limits() {
+  try {
+    ComputeLimits();
+  } catch (const std::exception&) {
+    MsgBox("Error..[Set Limits]");
+  }
+}
+
+void View::ComputeLimits() {
+  // The session's mesh exists whenever the view does; an untouched one is empty.
+  Nodes& nodes = gMesh().Nodes();
+  if (nodes.Count() >= 4) {
+    const auto& n1 = nodes.Item(1);
+    double x0 = n1->xcoord, x1 = n1->xcoord, y0 = n1->ycoord, y1 = n1->ycoord;
+    for (long i = 2; i <= nodes.Count(); ++i) {
+      const auto& n = nodes.Item(i);
+      if (n->xcoord < x0) x0 = n->xcoord;
+      if (n->xcoord > x1) x1 = n->xcoord;
+      if (n->ycoord < y0) y0 = n->ycoord;
+      if (n->ycoord > y1) y1 = n->ycoord;
+    }
+    LimitX0 = x0;
+    LimitX1 = x1;
+    LimitY0 = y0;
+    LimitY1 = static_cast<Single>(y1);
+  } else {
+    LimitX0 = 0;
+    LimitX1 = 1;
+    LimitY0 = 0;
+    LimitY1 = 1;
+  }
+  LimitMaxX = std::fabs(LimitX1 - LimitX0);
+  LimitMaxY = std::fabs(LimitY1 - LimitY0);
+  LimitMaxXY = static_cast<Single>(LimitMaxX > LimitMaxY ? LimitMaxX : LimitMaxY);
+  LimitCX = LimitX0 + LimitMaxX / 2;
+  LimitCY = static_cast<Single>(LimitY0 + LimitMaxY / 2);
+  double m = 0.1 * LimitMaxXY;
+  SLimitX0 = LimitX0 - m;
+  SLimitX1 = LimitX1 + m;
+  SLimitY0 = LimitY0 - m;
+  SLimitY1 = LimitY1 + m;
+  SLimitMaxX = SLimitX1 - SLimitX0;
+  SLimitMaxY = SLimitY1 - SLimitY0;
+  SLimitMaxXY = static_cast<Single>(SLimitMaxX > SLimitMaxY ? SLimitMaxX : SLimitMaxY);
+  SLimitZ0 = 10.0 * LimitMaxXY;
+  SLimitZ1 = static_cast<Single>(-10.0 * LimitMaxXY);
+  SLimitCX = SLimitX0 + SLimitMaxX / 2;
+  SLimitCY = static_cast<Single>(SLimitY0 + SLimitMaxY / 2);
+  if (ScaleHeight == 0) Raise(errDivByZero);
+  double a = ScaleWidth / ScaleHeight;
+  if (SLimitMaxX / SLimitMaxY - a < 0) {
+    SLimitMaxX = SLimitMaxY * a;
+    SLimitX0 = SLimitCX - SLimitMaxX / 2;
+    SLimitX1 = SLimitCX + SLimitMaxX / 2;
+  } else {
+    SLimitMaxY = SLimitMaxX * ScaleHeight / ScaleWidth;
+    SLimitY0 = SLimitCY - SLimitMaxY / 2;
+    SLimitY1 = SLimitCY + SLimitMaxY / 2;
+  }
+  ScreenModeFactorX = ScreenModeFactorY = 1;
+  if (ScreenMode == 1) {
+    if (LimitMaxX == 0) Raise(errDivByZero);
+    ScreenModeFactorX = static_cast<Single>(SLimitMaxX / LimitMaxX);
+    if (LimitMaxY == 0) Raise(errDivByZero);
+    ScreenModeFactorY = static_cast<Single>(SLimitMaxY / LimitMaxY);
+  }
+}
+
+void View::Draw_Projection() {
+  // glOrtho(SLimitX0, SLimitX1, SLimitY0, SLimitY1, -SLimitZ0, -SLimitZ1)
+  double l = SLimitX0, r = SLimitX1, b = SLimitY0, t = SLimitY1, n = -SLimitZ0, f = -SLimitZ1;
+  Matrix4 m{};
+  m[0] = 2 / (r - l);
+  m[5] = 2 / (t - b);
+  m[10] = -2 / (f - n);
+  m[12] = -(r + l) / (r - l);
+  m[13] = -(t + b) / (t - b);
+  m[14] = -(f + n) / (f - n);
+  m[15] = 1;
+  Projection = m;
+}
+
+void View::Draw_ModelView() {
+  // The arguments go through 32-bit floats, as glTranslatef and friends take them.
+  auto f = [](double v) { return static_cast<double>(static_cast<float>(v)); };
+  Matrix4 m = Identity();
+  Translate(m, f(SLimitCX), f(SLimitCY), 0);
+  Rotate(m, ViewRX, 0, 1, 0);
+  Rotate(m, ViewRY, 1, 0, 0);
+  Rotate(m, ViewRZ, 0, 0, 1);
+  if (ScreenMode == 0)
+    Scale(m, ViewZoom, ViewZoom, ViewZoom);
+  else
+    Scale(m, f(ViewZoom * ScreenModeFactorX * 0.8), f(ViewZoom * ScreenModeFactorY * 0.7),
+          ViewZoom);
+  Translate(m, f(ViewX - SLimitCX), f(ViewY - SLimitCY), 0);
+  ModelView = m;
+}
+
+void View::Refresh() {
+  if (hooks().Paint) hooks().Paint();
+}
+
+void View::ScreenModeChange() {
+  ScreenMode = ScreenMode == 0 ? 1 : 0;
+  Set_Limits();
+  Draw_Projection();
+  Refresh();
+}
+
+void View::Zoom_All() {
+  ViewX = ViewY = 0;
+  ViewRX = ViewRY = ViewRZ = 0;
+  ViewZoom = 1;
+  Refresh();
+}
+
+void View::ViewAngle() {
+  ViewRX = 25;
+  ViewRY = 25;
+  ViewRZ = 0;
+  Refresh();
+}
+
+void View::LeftView() {
+  ViewRX = 89.9;
+  ViewRY = 0.01;
+  ViewRZ = 0.01;
+  Refresh();
+}
+
+void View::TopView() {
+  ViewRX = 0.01;
+  ViewRY = 89.9;
+  ViewRZ = 0.01;
+  Refresh();
+}
+
+void View::Center(Single pxcoord, Single pycoord) {
+  ViewX = SLimitCX - pxcoord;
+  ViewY = SLimitCY - pycoord;
+}
+
+void View::ZoomInOutCenter(Single pxcoord, Single pycoord, Integer InOut) {
+  if (InOut == 0) {
+    Center(pxcoord, pycoord);
+    ViewZoom = ViewZoom * OptionZoomCenterFactor;
+    if (ViewZoom > 100) ViewZoom = 100;
+  } else if (InOut == 1) {
+    Center(pxcoord, pycoord);
+    ViewZoom = ViewZoom / OptionZoomCenterFactor;
+    if (ViewZoom < 0.01f) ViewZoom = 0.01f;
+  }
+}
+
+void View::SetUpClipEq(double hfrom, double hto, double vfrom, double vto) {
+  HClipFrom = static_cast<Single>(hfrom);
+  HClipTo = static_cast<Single>(hto);
+  VClipFrom = static_cast<Single>(vfrom);
+  VClipTo = static_cast<Single>(vto);
+  Refresh();
+}
+
+void View::Initialization() {
+  ViewMode = 0;
+  PropertyMode = 1;
+  MeshMode = 3;
+  ScreenMode = 0;
+  Set_Limits();
+  SetUpClipEq(SLimitX0, SLimitX1, SLimitY0, SLimitY1);
+  ViewX = ViewY = 0;
+  ViewRX = ViewRY = ViewRZ = 0;
+  ViewZoom = 1;
+  Draw_ModelView();
+  Draw_Projection();
+}
+
+void View::SetOptionFallbacks() {
+  OptionShowNodeNumber = OptionShowStiffenerNumber = OptionShowPlateNumber = vbFalse;
+  OptionShowCoordinate = OptionShowStiffener = vbTrue;
+  OptionShowBoundary = vbTrue;
+  OptionShowBoundaryValue = vbFalse;
+  OptionShowLoad = vbTrue;
+  OptionShowLoadValue = vbFalse;
+  OptionShowBrace = vbTrue;
+  OptionShowBraceValue = vbFalse;
+  OptionShowModel = vbTrue;
+  OptionShowResult = vbFalse;
+  OptionHideModelWhenBuckle = vbFalse;
+  OptionInpMagFactor = OptionOutpMagFactor = 10;
+  OptionSelectedMarker_Size = OptionPropertyMarker_Size = OptionLayerOffset_Distance = 10;
+  OptionFontSize = 10;
+  OptionShowStress = 0;
+  OptionZoomCenterFactor = 2;
+  OptionShowPlate = vbTrue;
+  OptionShading = vbTrue;
+}
+
+void View::ReadData1_4Option(FieldReader& in) {
+  try {
+    OptionShowNodeNumber = in.Boolean();
+    OptionShowStiffenerNumber = in.Boolean();
+    OptionShowPlateNumber = in.Boolean();
+    OptionShowCoordinate = in.Boolean();
+    OptionShowStiffener = in.Boolean();
+    OptionShowBoundary = in.Boolean();
+    OptionShowBoundaryValue = in.Boolean();
+    OptionShowLoad = in.Boolean();
+    OptionShowLoadValue = in.Boolean();
+    OptionShowBrace = in.Boolean();
+    OptionShowBraceValue = in.Boolean();
+    OptionShowModel = in.Boolean();
+    OptionShowResult = in.Boolean();
+    OptionHideModelWhenBuckle = in.Boolean();
+    OptionInpMagFactor = in.Single();
+    OptionOutpMagFactor = in.Single();
+    OptionSelectedMarker_Size = in.Single();
+    OptionPropertyMarker_Size = in.Single();
+    OptionLayerOffset_Distance = in.Single();
+    OptionFontSize = in.Integer();
+    OptionShowStress = in.Long();
+    OptionZoomCenterFactor = in.Single();
+    OptionShowPlate = in.Boolean();
+    OptionShading = in.Boolean();
+  } catch (const Fault&) {
+    SetOptionFallbacks();
+  }
+}
+
+void View::StoreData1_4Option(FieldWriter& out) const {
+  out.Boolean(OptionShowNodeNumber);
+  out.Boolean(OptionShowStiffenerNumber);
+  out.Boolean(OptionShowPlateNumber);
+  out.EndLine();
+  out.Boolean(OptionShowCoordinate);
+  out.Boolean(OptionShowStiffener);
+  out.EndLine();
+  out.Boolean(OptionShowBoundary);
+  out.Boolean(OptionShowBoundaryValue);
+  out.Boolean(OptionShowLoad);
+  out.Boolean(OptionShowLoadValue);
+  out.EndLine();
+  out.Boolean(OptionShowBrace);
+  out.Boolean(OptionShowBraceValue);
+  out.EndLine();
+  out.Boolean(OptionShowModel);
+  out.Boolean(OptionShowResult);
+  out.Boolean(OptionHideModelWhenBuckle);
+  out.EndLine();
+  out.Single(OptionInpMagFactor);
+  out.Single(OptionOutpMagFactor);
+  out.EndLine();
+  out.Single(OptionSelectedMarker_Size);
+  out.Single(OptionPropertyMarker_Size);
+  out.Single(OptionLayerOffset_Distance);
+  out.Integer(OptionFontSize);
+  out.EndLine();
+  out.Integer(OptionShowStress);
+  out.Single(OptionZoomCenterFactor);
+  out.Boolean(OptionShowPlate);
+  out.Boolean(OptionShading);
+  out.EndLine();
+}
+
+} // namespace velk

@@ -1,0 +1,99 @@
+#pragma once
+// The view state: mouse tool, edit mode, model extents, orthographic volume,
+// pan, rotation, zoom, clip bounds and every display option. The camera math is
+// plain C++; the drawing files load the matrices kept here into GL.
+#include "common/TextRules.h"
+
+#include <array>
+
+namespace velk {
+
+class FieldReader;
+class FieldWriter;
+
+using Matrix4 = std::array<double, 16>; // column-major, as GL keeps it
+
+class View {
+public:
+  View();
+
+  Long ViewMode = 0;
+  Long PropertyMode = 1;
+  Long MeshMode = 3;
+  Long ScreenMode = 0;
+  double ViewX = 0, ViewY = 0;
+  double ViewRX = 0, ViewRY = 0, ViewRZ = 0;
+  Single ViewZoom = 1;
+  Single ScreenModeFactorX = 1, ScreenModeFactorY = 1;
+  double LimitX0 = 0, LimitX1 = 0, LimitY0 = 0;
+  Single LimitY1 = 0;
+  double LimitMaxX = 0, LimitMaxY = 0;
+  Single LimitMaxXY = 0;
+  double LimitCX = 0;
+  Single LimitCY = 0;
+  double SLimitX0 = 0, SLimitX1 = 0, SLimitY0 = 0, SLimitY1 = 0;
+  double SLimitZ0 = 0;
+  Single SLimitZ1 = 0;
+  double SLimitMaxX = 0, SLimitMaxY = 0;
+  Single SLimitMaxXY = 0;
+  double SLimitCX = 0;
+  Single SLimitCY = 0;
+  Single HClipFrom = 0, HClipTo = 0, VClipFrom = 0, VClipTo = 0;
+  double maxStress = 0;
+
+  Boolean OptionShowNodeNumber = vbFalse;
+  Boolean OptionShowStiffenerNumber = vbFalse;
+  Boolean OptionShowPlateNumber = vbFalse;
+  Boolean OptionShowCoordinate = vbTrue;
+  Boolean OptionShowPlate = vbTrue;
+  Boolean OptionShowStiffener = vbTrue;
+  Boolean OptionShowBoundary = vbTrue;
+  Boolean OptionShowBoundaryValue = vbFalse;
+  Boolean OptionShowLoad = vbTrue;
+  Boolean OptionShowLoadValue = vbFalse;
+  Boolean OptionShowBrace = vbTrue;
+  Boolean OptionShowBraceValue = vbFalse;
+  Boolean OptionShowModel = vbTrue;
+  Boolean OptionShowResult = vbFalse;
+  Boolean OptionHideModelWhenBuckle = vbFalse;
+  Single OptionInpMagFactor = 1;
+  Single OptionOutpMagFactor = 1;
+  Single OptionSelectedMarker_Size = 3;
+  Single OptionPropertyMarker_Size = 3;
+  Single OptionLayerOffset_Distance = 3;
+  Integer OptionFontSize = 10;
+  Long OptionShowStress = 0;
+  Single OptionZoomCenterFactor = 2;
+  Boolean OptionShading = vbFalse;
+
+  // Client size of the main window in pixels.
+  double ScaleWidth = 639;
+  double ScaleHeight = 465;
+
+  // What the last Draw_Projection / Draw_ModelView built.
+  Matrix4 Projection{};
+  Matrix4 ModelView{};
+
+  void Set_Limits();
+  void Draw_Projection();
+  void Draw_ModelView();
+  void Refresh();
+  void ScreenModeChange();
+  void Zoom_All();
+  void ViewAngle();
+  void LeftView();
+  void TopView();
+  void Center(Single pxcoord, Single pycoord);
+  void ZoomInOutCenter(Single pxcoord, Single pycoord, Integer InOut);
+  void SetUpClipEq(double hfrom, double hto, double vfrom, double vto);
+  void Initialization();
+
+  void ReadData1_4Option(FieldReader& in);
+  void StoreData1_4Option(FieldWriter& out) const;
+
+private:
+  void ComputeLimits();
+  void SetOptionFallbacks();
+};
+
+} // namespace velk

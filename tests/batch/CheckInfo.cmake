@@ -1,0 +1,11 @@
+execute_process(COMMAND ${BATCH} info ${FILE} OUTPUT_VARIABLE out RESULT_VARIABLE rc)
+if(NOT rc EQUAL 0)
+  message(FATAL_ERROR "info failed with ${rc}")
+endif()
+foreach(expect "nodes: 60" "plates: 42" "stiffeners: 101" "defined_plates: 42"
+               "defined_stiffeners: 28" "connected_nodes: 60" "version: 1.4")
+  string(FIND "${out}" "${expect}\n" at)
+  if(at EQUAL -1)
+    message(FATAL_ERROR "missing '${expect}' in:\n${out}")
+  endif()
+endforeach()

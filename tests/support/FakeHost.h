@@ -1,0 +1,41 @@
+#pragma once
+// A scripted host: records every call and answers from queues.
+#include "common/Host.h"
+
+#include <deque>
+#include <string>
+#include <vector>
+
+namespace velk::test {
+
+class FakeHost final : public Host {
+public:
+  struct Message {
+    std::string text;
+    int buttons;
+    std::string title;
+  };
+  std::vector<Message> messages;
+  std::deque<int> msgAnswers;                        // default: OK / Yes
+  std::deque<std::optional<std::string>> inputAnswers; // default: the default text
+  std::deque<std::optional<std::string>> openAnswers;  // nullopt: cancel
+  std::deque<std::optional<std::string>> saveAnswers;
+  std::vector<FileDialog> dialogsShown;
+  int busyDepth = 0;
+  int yields = 0;
+
+  int MsgBox(const std::string& text, int buttons, const std::string& title) override;
+  std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
+                                      const std::string& defaultText) override;
+  bool ShowOpen(FileDialog& d) override;
+  bool ShowSave(FileDialog& d) override;
+  void SetBusy(bool busy) override { busyDepth += busy ? 1 : -1; }
+  void Yield() override { ++yields; }
+
+  std::vector<std::string> Texts() const;
+
+private:
+  bool Answer(std::deque<std::optional<std::string>>& q, FileDialog& d);
+};
+
+} // namespace velk::test

@@ -1,0 +1,166 @@
+// velk-batch: the program's logic without windows, for scripted studies and
+// regression tests.
+#include "common/Host.h"
+#include "common/ProgramFolder.h"
+#include "common/TextRules.h"
+#include "mesh/frmBeamShape.h"
+#include "model/ProjectFile.h"
+#include "model/VELKMain.h"
+
+#include <cstdio>
+#include <cstring>
+#include <functional>
+#include <iostream>
+#include <map>
+#include <string>
+#include <vector>
+
+using namespace velk;
+
+namespace {
+
+const char* kUsage =
+    "usage:\n"
+    "  velk-batch generate [FIELD=TEXT ...] -o OUT.inp\n"
+    "      builds a girder mesh as the Geometry dialog does in a new session and saves it.\n"
+    "      FIELD is one of the dialog's fields: txtBL txtBTFW txtBTFT txtBWH txtBWT txtBBFW\n"
+    "      txtBBFT txtBTFWE txtBTFTE txtBWHE txtBWTE txtBBFWE txtBBFTE txtOffset txtMOE txtPR\n"
+    "      txtNumXElements txtNumYElements chkProportionalMesh\n"
+    "  velk-batch info IN.inp\n"
+    "      reads a project (version 1.4 or 1.3) and prints its counts.\n"
+    "exit status: 0 success, 1 the command failed, 2 usage error\n";
+
+// Every message the logic shows goes to one stream, one line each; questions
+// take their first answer (OK, Yes).
+class BatchHost final : public Host {
+public:
+  explicit BatchHost(std::ostream& out) : out_(out) {}
+  int MsgBox(const std::string& text, int buttons, const std::string&) override {
+    out_ << text << '\n';
+    ++messages;
+    switch (buttons & 7) {
+    case vbYesNo:
+    case vbYesNoCancel: return vbYes;
+    case vbRetryCancel: return vbRetry;
+    case vbAbortRetryIgnore: return vbIgnore;
+    default: return vbOK;
+    }
+  }
+  std::optional<std::string> InputBox(const std::string&, const std::string&,
+                                      const std::string& d) override {
+    return d;
+  }
+  bool ShowOpen(FileDialog&) override { return false; }
+  bool ShowSave(FileDialog&) override { return false; }
+  void SetBusy(bool) override {}
+  void Yield() override {}
+  int messages = 0;
+
+private:
+  std::ostream& out_;
+};
+
+int Usage(const std::string& why) {
+  if (!why.empty()) std::cerr << "velk-batch: " << why << '\n';
+  std::cerr << kUsage;
+  return 2;
+}
+
+std::map<std::string, std::string*> FieldsOf(frmBeamShape& f) {
+  return {{"txtBL", &f.txtBL},         {"txtBTFW", &f.txtBTFW},
+          {"txtBTFT", &f.txtBTFT},     {"txtBWH", &f.txtBWH},
+          {"txtBWT", &f.txtBWT},       {"txtBBFW", &f.txtBBFW},
+          {"txtBBFT", &f.txtBBFT},     {"txtBTFWE", &f.txtBTFWE},
+          {"txtBTFTE", &f.txtBTFTE},   {"txtBWHE", &f.txtBWHE},
+          {"txtBWTE", &f.txtBWTE},     {"txtBBFWE", &f.txtBBFWE},
+          {"txtBBFTE", &f.txtBBFTE},   {"txtOffset", &f.txtOffset},
+          {"txtMOE", &f.txtMOE},       {"txtPR", &f.txtPR},
+          {"txtNumXElements", &f.txtNumXElements}, {"txtNumYElements", &f.txtNumYElements}};
+}
+
+int Generate(const std::vector<std::string>& args) {
+  std::string out;
+  std::vector<std::pair<std::string, std::string>> sets;
+  for (std::size_t i = 0; i < args.size(); ++i) {
+    const std::string& a = args[i];
+    if (a == "-o") {
+      if (i + 1 >= args.size()) return Usage("-o needs a file name");
+      out = args[++i];
+    } else if (auto eq = a.find('='); eq != std::string::npos && eq > 0) {
+      sets.emplace_back(a.substr(0, eq), a.substr(eq + 1));
+    } else {
+      return Usage("unexpected argument '" + a + "'");
+    }
+  }
+  if (out.empty()) return Usage("generate needs -o OUT.inp");
+
+  BatchHost host(std::cerr);
+  InstallHost(&host);
+  frmBeamShape form;
+  auto fields = FieldsOf(form);
+  for (const auto& [name, text] : sets)
+    if (name != "chkProportionalMesh" && !fields.count(name))
+      return Usage("unknown field '" + name + "'");
+  form.Form_Activate();
+  for (const auto& [name, text] : sets) {
+    if (name == "chkProportionalMesh") {
+      if (text != "0" && text != "1") return Usage("chkProportionalMesh takes 0 or 1");
+      form.chkProportionalMesh = text == "1";
+    } else {
+      *fields[name] = text;
+    }
+  }
+  form.cmdGenerate_Click();
+  if (!form.Unloaded) return 1;
+  return Save_Project_Path(out) ? 0 : 1;
+}
+
+int Info(const std::vector<std::string>& args) {
+  if (args.size() != 1) return Usage("info takes one file");
+  BatchHost host(std::cerr);
+  InstallHost(&host);
+  float version = 0;
+  bool read = false;
+  bool ok = Run_File_Command("File Open Error!",
+                             [&] { read = Open_Project_File(args[0], &version); });
+  if (!ok || !read) return 1;
+  Mesh& m = gMesh();
+  long definedPlates = 0, definedStiffeners = 0, connected = 0;
+  for (const auto& p : m.fourNodes()) definedPlates += p->PropertyDefined != 0;
+  for (const auto& s : m.twoNodes()) definedStiffeners += s->PropertyDefined != 0;
+  for (const auto& n : m.Nodes()) connected += n->Connected != 0;
+  std::cout << "version: " << SingleToText(version) << '\n'
+            << "title: " << gAnalysis().Title << '\n'
+            << "nodes: " << m.Nodes().Count() << '\n'
+            << "plates: " << m.fourNodes().Count() << '\n'
+            << "stiffeners: " << m.twoNodes().Count() << '\n'
+            << "defined_plates: " << definedPlates << '\n'
+            << "defined_stiffeners: " << definedStiffeners << '\n'
+            << "connected_nodes: " << connected << '\n'
+            << "max_thickness: " << SingleToText(m.fourNodes().MaxThickness()) << '\n'
+            << "eigenvalue: " << SingleToText(gAnalysis().EigenValue) << '\n';
+  return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+  std::vector<std::string> args(argv + 1, argv + argc);
+  if (args.empty()) return Usage("");
+  std::string cmd = args.front();
+  args.erase(args.begin());
+  if (cmd == "-h" || cmd == "--help") {
+    std::cout << kUsage;
+    return 0;
+  }
+  // Scripts get the class defaults of the options, never the user's settings.
+  SetOptionFileEnabled(false);
+  try {
+    if (cmd == "generate") return Generate(args);
+    if (cmd == "info") return Info(args);
+  } catch (const std::exception& e) {
+    std::cerr << "velk-batch: " << e.what() << '\n';
+    return 1;
+  }
+  return Usage("unknown command '" + cmd + "'");
+}
