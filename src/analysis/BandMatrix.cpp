@@ -1,6 +1,7 @@
 #include "analysis/BandMatrix.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "analysis/CheckedArithmetic.h"
 
@@ -17,6 +18,37 @@ void CheckShape(const BandMatrix& M, int n, int bw) {
 void CheckVector(std::size_t size, int n) {
   if (size < static_cast<std::size_t>(n)) Raise(errSubscript);
 }
+
+// s[j] += a * src[j] / d for j < count: the inner loop of the factoring, where
+// nearly all its time goes. The division cannot become a multiplication by 1/d
+// without changing the rounding, so the loop is written in pairs that the
+// compiler maps onto packed divisions; each lane does exactly the scalar
+// operations.
+#if defined(__GNUC__)
+using Pair = double __attribute__((vector_size(16)));
+
+inline void SweepRow(double* s, const double* src, double a, double d, int count) {
+  const Pair av = {a, a};
+  const Pair dv = {d, d};
+  int j = 0;
+  for (; j + 4 <= count; j += 4) {
+    Pair s0, s1, x0, x1;
+    std::memcpy(&s0, s + j, sizeof s0);
+    std::memcpy(&s1, s + j + 2, sizeof s1);
+    std::memcpy(&x0, src + j, sizeof x0);
+    std::memcpy(&x1, src + j + 2, sizeof x1);
+    s0 += av * x0 / dv;
+    s1 += av * x1 / dv;
+    std::memcpy(s + j, &s0, sizeof s0);
+    std::memcpy(s + j + 2, &s1, sizeof s1);
+  }
+  for (; j < count; ++j) s[j] += a * src[j] / d;
+}
+#else
+inline void SweepRow(double* s, const double* src, double a, double d, int count) {
+  for (int j = 0; j < count; ++j) s[j] += a * src[j] / d;
+}
+#endif
 
 } // namespace
 
@@ -110,7 +142,7 @@ void Band_Factor(BandMatrix& M, int n, int bw) {
       const double d = rp[0];
       const double* const src = rp + c;
       const int jmax = std::min(m, bw - c);
-      for (int j = 0; j < jmax; ++j) s[j] += a * src[j] / d;
+      SweepRow(s, src, a, d, jmax);
     }
     double* const ri = base + static_cast<std::ptrdiff_t>(i - 1) * B;
     bool finite = true;
