@@ -42,11 +42,13 @@ inline void SweepRow(double* s, const double* src, double a, double d, int count
     std::memcpy(s + j, &s0, sizeof s0);
     std::memcpy(s + j + 2, &s1, sizeof s1);
   }
-  for (; j < count; ++j) s[j] += a * src[j] / d;
+  for (; j < count; ++j)
+    s[j] += a * src[j] / d;
 }
 #else
 inline void SweepRow(double* s, const double* src, double a, double d, int count) {
-  for (int j = 0; j < count; ++j) s[j] += a * src[j] / d;
+  for (int j = 0; j < count; ++j)
+    s[j] += a * src[j] / d;
 }
 #endif
 
@@ -63,10 +65,11 @@ void BandMatrix::ClearRows(int rows) {
 }
 
 void BandMatrix::CopyFrom(const BandMatrix& other, int rows, int columns) {
-  if (other.columns_ != columns_ || rows < 0 || rows > rows_ || rows > other.rows_ ||
-      columns < 0 || columns > columns_)
+  if (other.columns_ != columns_ || rows < 0 || rows > rows_ || rows > other.rows_ || columns < 0 ||
+      columns > columns_)
     Raise(errSubscript);
-  for (int r = 1; r <= rows; ++r) std::copy_n(other.Row(r), columns, Row(r));
+  for (int r = 1; r <= rows; ++r)
+    std::copy_n(other.Row(r), columns, Row(r));
 }
 
 std::optional<BandOverflow> Band_Assemble(const ElementMatrix& Ke, BandMatrix& M, int& bw,
@@ -177,7 +180,8 @@ void Band_Solve(const BandMatrix& M, std::span<double> x, std::span<double> f, i
     const double* const row = M.Row(i);
     const int lmax = std::min(n, i + bw - 1);
     double s = 0.0;
-    for (int l = i + 1; l <= lmax; ++l) s += x[l - 1] * row[l - i];
+    for (int l = i + 1; l <= lmax; ++l)
+      s += x[l - 1] * row[l - i];
     x[i - 1] = Div(f[i - 1] - s, row[0]);
   }
 }

@@ -40,7 +40,9 @@ inline double Divisor(double divisor) {
 }
 
 // Square root of a value known to be a sum of squares; only overflow can hurt.
-inline double Sqrt(double value) { return Finite(std::sqrt(Finite(value))); }
+inline double Sqrt(double value) {
+  return Finite(std::sqrt(Finite(value)));
+}
 
 // 16-bit integer arithmetic: counts, indexes and freedom numbers.
 inline std::int16_t Int16(long long value) {

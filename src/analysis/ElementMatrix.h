@@ -18,7 +18,8 @@ public:
   // Clears the leading n x n block only.
   void ClearCorner(int n) {
     for (int i = 1; i <= n; ++i)
-      for (int j = 1; j <= n; ++j) (*this)(i, j) = 0.0;
+      for (int j = 1; j <= n; ++j)
+        (*this)(i, j) = 0.0;
   }
 
 private:

@@ -7,7 +7,9 @@ namespace velk {
 namespace {
 
 // Cyclic successor among the vertex numbers 1, 2, 3.
-constexpr int Next(int i) { return i % 3 + 1; }
+constexpr int Next(int i) {
+  return i % 3 + 1;
+}
 
 } // namespace
 
@@ -73,7 +75,8 @@ void Triangle_Bending(double E, double nu, double h1, double h2, double h3, doub
         (0.5 * r + s + 1) * r2 + (1.5 * r + 2 * s + 3) * s2 + 1.5 * r + 3 * s + 2 * rs + 2;
     const double Hi[3][3] = {{h11, h12, h13}, {h12, h22, h23}, {h13, h23, h33}};
     for (int m = 0; m < 3; ++m)
-      for (int n = 0; n < 3; ++n) H[i][m][n] = Hi[m][n];
+      for (int n = 0; n < 3; ++n)
+        H[i][m][n] = Hi[m][n];
   }
 
   // Curvatures at seven points in terms of the 12 freedoms: rows 6(i-1)+r and
@@ -168,11 +171,12 @@ void Triangle_Bending(double E, double nu, double h1, double h2, double h3, doub
     double V[22] = {};
     for (int pt = 0; pt < 7; ++pt)
       for (int r = 0; r < 3; ++r)
-        V[3 * pt + 1 + r] = D[r][0] * W[3 * pt + 1] + D[r][1] * W[3 * pt + 2] +
-                            D[r][2] * W[3 * pt + 3];
+        V[3 * pt + 1 + r] =
+            D[r][0] * W[3 * pt + 1] + D[r][1] * W[3 * pt + 2] + D[r][2] * W[3 * pt + 3];
     for (int lcol = 1; lcol <= c; ++lcol) {
       double sum = 0.0;
-      for (int row = 1; row <= 21; ++row) sum += V[row] * Q[row][lcol];
+      for (int row = 1; row <= 21; ++row)
+        sum += V[row] * Q[row][lcol];
       const double value = Finite(scale * sum);
       T(lcol, c) = value;
       T(c, lcol) = value;
@@ -198,8 +202,8 @@ void Plate_Bending(double E, double nu, double thick, const Corners4& cornerX,
   TriangleMatrix T;
   for (int t = 0; t < 4; ++t) {
     const int n = (t + 1) % 4;
-    Triangle_Bending(E, nu, thick, thick, thick, cornerX[t], cornerX[n], xc, cornerY[t],
-                     cornerY[n], yc, T, 11);
+    Triangle_Bending(E, nu, thick, thick, thick, cornerX[t], cornerX[n], xc, cornerY[t], cornerY[n],
+                     yc, T, 11);
     // Each inner side is shared by two triangles that run along it in opposite
     // directions; turning the sign of one slope makes both mean the same thing.
     for (int m = 1; m <= 10; ++m) {

@@ -14,14 +14,16 @@ PlateStress Plate_Stress(const Corners4& cornerX, const Corners4& cornerY, const
 
   PlateStress out;
   double shear = 0.0;
-  for (int i = 0; i < 4; ++i) shear += centre.c[i] * cornerU[i] + centre.b[i] * cornerV[i];
+  for (int i = 0; i < 4; ++i)
+    shear += centre.c[i] * cornerU[i] + centre.b[i] * cornerV[i];
   out.Sxy = Finite(shear * Eb * (1.0 - nu) * 0.5);
 
   // Corner stresses straight from the corners, no extrapolation from Gauss
   // points: the stress plot then shows what the corners really carry.
   static constexpr double kCorner[4][2] = {{-1, -1}, {1, -1}, {1, 1}, {-1, 1}};
   for (int k = 0; k < 4; ++k) {
-    const QuadDerivativesAt at = Quad_Derivatives(kCorner[k][0], kCorner[k][1], d, cornerX, cornerY);
+    const QuadDerivativesAt at =
+        Quad_Derivatives(kCorner[k][0], kCorner[k][1], d, cornerX, cornerY);
     double ex = 0.0, ey = 0.0;
     for (int i = 0; i < 4; ++i) {
       ex += at.dNdx[i] * cornerU[i];
@@ -33,8 +35,8 @@ PlateStress Plate_Stress(const Corners4& cornerX, const Corners4& cornerY, const
   return out;
 }
 
-Matrix3 Triangle_Geometric(const std::array<double, 3>& x, const std::array<double, 3>& y,
-                           double t, double Sx, double Sy, double Sxy) {
+Matrix3 Triangle_Geometric(const std::array<double, 3>& x, const std::array<double, 3>& y, double t,
+                           double Sx, double Sy, double Sxy) {
   const double G[2][3] = {{y[1] - y[2], y[2] - y[0], y[0] - y[1]},
                           {x[2] - x[1], x[0] - x[2], x[1] - x[0]}};
   const double A2 = Divisor(Finite((x[1] - x[0]) * (y[2] - y[0]) - (x[0] - x[2]) * (y[0] - y[1])));
@@ -74,7 +76,8 @@ PlateStress Plate_Geometric(const Corners4& cornerX, const Corners4& cornerY, do
     const Matrix3 Kt = Triangle_Geometric(x, y, thick, Sxm, Sym, stress.Sxy);
     // The four triangles cover the quadrilateral twice.
     for (int i = 0; i < 3; ++i)
-      for (int j = 0; j < 3; ++j) Kg(kDofs[t][i], kDofs[t][j]) += 0.5 * Kt[i][j];
+      for (int j = 0; j < 3; ++j)
+        Kg(kDofs[t][i], kDofs[t][j]) += 0.5 * Kt[i][j];
   }
   return stress;
 }

@@ -27,8 +27,8 @@ PlateStress Plate_Stress(const Corners4& cornerX, const Corners4& cornerY, const
 
 // 3 x 3 geometric matrix of a triangle of thickness t under constant stresses:
 // G' S G with G the unscaled constant gradient and S = 0.5 t / A2 [Sx Sxy; Sxy Sy].
-Matrix3 Triangle_Geometric(const std::array<double, 3>& x, const std::array<double, 3>& y,
-                           double t, double Sx, double Sy, double Sxy);
+Matrix3 Triangle_Geometric(const std::array<double, 3>& x, const std::array<double, 3>& y, double t,
+                           double Sx, double Sy, double Sxy);
 
 // Computes the plate's stresses (returned for the caller to list and average at
 // the nodes) and forms its 12 x 12 geometric matrix, order as the bending

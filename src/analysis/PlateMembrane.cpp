@@ -25,8 +25,8 @@ QuadDifferences Quad_Differences(const Corners4& x, const Corners4& y) {
 QuadDerivativesAt Quad_Derivatives(double xi, double eta, const QuadDifferences& d,
                                    const Corners4& x, const Corners4& y) {
   QuadDerivativesAt r;
-  const double Dn = Finite(d.A2 + (d.x34 * d.y12 - d.x12 * d.y34) * xi +
-                           (d.x23 * d.y14 - d.x14 * d.y23) * eta);
+  const double Dn =
+      Finite(d.A2 + (d.x34 * d.y12 - d.x12 * d.y34) * xi + (d.x23 * d.y14 - d.x14 * d.y23) * eta);
   Divisor(Dn);
   r.detJ = Dn / 8.0;
 
@@ -42,14 +42,14 @@ QuadDerivativesAt Quad_Derivatives(double xi, double eta, const QuadDifferences&
   // The bubble (1 - xi^2)(1 - eta^2) through the Jacobian of the corner map.
   const double P = (1.0 - xi) * eta * (1.0 + xi);
   const double R = (1.0 - eta) * xi * (1.0 + eta);
-  const double xXi = (-(1.0 - eta) * x[0] + (1.0 - eta) * x[1] + (1.0 + eta) * x[2] -
-                      (1.0 + eta) * x[3]) / 4.0;
-  const double yXi = (-(1.0 - eta) * y[0] + (1.0 - eta) * y[1] + (1.0 + eta) * y[2] -
-                      (1.0 + eta) * y[3]) / 4.0;
-  const double xEta = (-(1.0 - xi) * x[0] - (1.0 + xi) * x[1] + (1.0 + xi) * x[2] +
-                       (1.0 - xi) * x[3]) / 4.0;
-  const double yEta = (-(1.0 - xi) * y[0] - (1.0 + xi) * y[1] + (1.0 + xi) * y[2] +
-                       (1.0 - xi) * y[3]) / 4.0;
+  const double xXi =
+      (-(1.0 - eta) * x[0] + (1.0 - eta) * x[1] + (1.0 + eta) * x[2] - (1.0 + eta) * x[3]) / 4.0;
+  const double yXi =
+      (-(1.0 - eta) * y[0] + (1.0 - eta) * y[1] + (1.0 + eta) * y[2] - (1.0 + eta) * y[3]) / 4.0;
+  const double xEta =
+      (-(1.0 - xi) * x[0] - (1.0 + xi) * x[1] + (1.0 + xi) * x[2] + (1.0 - xi) * x[3]) / 4.0;
+  const double yEta =
+      (-(1.0 - xi) * y[0] - (1.0 + xi) * y[1] + (1.0 + xi) * y[2] + (1.0 - xi) * y[3]) / 4.0;
   r.dN5dx = Div(2.0 * (P * yXi - R * yEta), r.detJ);
   r.dN5dy = Div(-2.0 * (P * xXi - R * xEta), r.detJ);
   return r;
@@ -118,11 +118,13 @@ void Plate_Membrane(const Corners4& cornerX, const Corners4& cornerY, double thi
     const double pivot = Ke(m, m);
     for (int i = 1; i <= n; ++i) {
       const double f = Div(Ke(i, m), pivot);
-      for (int j = 1; j <= n; ++j) Ke(i, j) = Ke(i, j) - f * Ke(m, j);
+      for (int j = 1; j <= n; ++j)
+        Ke(i, j) = Ke(i, j) - f * Ke(m, j);
     }
   }
   for (int i = 1; i <= 8; ++i)
-    for (int j = 1; j <= 8; ++j) Finite(Ke(i, j));
+    for (int j = 1; j <= 8; ++j)
+      Finite(Ke(i, j));
 }
 
 } // namespace velk

@@ -20,8 +20,8 @@ Axis MemberAxis(const Ends2& endX, const Ends2& endY) {
 
 } // namespace
 
-void Stiffener_Block(ElementMatrix& Ke, int row, int column, double c, double s, double a,
-                     double p, double q, double t, double d) {
+void Stiffener_Block(ElementMatrix& Ke, int row, int column, double c, double s, double a, double p,
+                     double q, double t, double d) {
   const double cs = (t - d) * c * s;
   const double block[3][3] = {
       {a, -s * p, c * p},
@@ -29,7 +29,8 @@ void Stiffener_Block(ElementMatrix& Ke, int row, int column, double c, double s,
       {c * q, cs, s * s * t + c * c * d},
   };
   for (int i = 0; i < 3; ++i)
-    for (int j = 0; j < 3; ++j) Ke(row + i, column + j) = Finite(block[i][j]);
+    for (int j = 0; j < 3; ++j)
+      Ke(row + i, column + j) = Finite(block[i][j]);
 }
 
 void Stiffener_Bending(const Ends2& endX, const Ends2& endY, double thick, double width, double E,
@@ -86,7 +87,8 @@ double Stiffener_Geometric(const Ends2& endX, const Ends2& endY, double thick, d
     const double v[7] = {0.0, 0.0, ax.c, ax.s, 0.0, -ax.c, -ax.s};
     const int dofs[4] = {2, 3, 5, 6};
     for (int i : dofs)
-      for (int j : dofs) Kg(i, j) = Finite(g * v[i] * v[j]);
+      for (int j : dofs)
+        Kg(i, j) = Finite(g * v[i] * v[j]);
   }
   return sig;
 }

@@ -16,8 +16,8 @@ namespace velk {
 //   [ a      -s p            c p           ]
 //   [ -s q   c^2 t + s^2 d   (t - d) c s   ]
 //   [ c q    (t - d) c s     s^2 t + c^2 d ]
-void Stiffener_Block(ElementMatrix& Ke, int row, int column, double c, double s, double a,
-                     double p, double q, double t, double d);
+void Stiffener_Block(ElementMatrix& Ke, int row, int column, double c, double s, double a, double p,
+                     double q, double t, double d);
 
 // Forms the 6 x 6 bending matrix, order w1, rotation X 1, rotation Y 1, w2,
 // rotation X 2, rotation Y 2, into the top left of Ke. `shear` is the shear

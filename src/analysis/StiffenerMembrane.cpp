@@ -17,7 +17,8 @@ void Stiffener_Membrane(const Ends2& endX, const Ends2& endY, double thick, doub
   const double d = Finite(c * s * k);
   const double rows[4][4] = {{a, d, -a, -d}, {d, b, -d, -b}, {-a, -d, a, d}, {-d, -b, d, b}};
   for (int i = 0; i < 4; ++i)
-    for (int j = 0; j < 4; ++j) Ke(i + 1, j + 1) = rows[i][j];
+    for (int j = 0; j < 4; ++j)
+      Ke(i + 1, j + 1) = rows[i][j];
 }
 
 } // namespace velk

@@ -40,7 +40,8 @@ BandMatrix RandomBand(int R, int B, int n, int bw, double shift, unsigned seed) 
   std::uniform_real_distribution<double> dist(-1.0, 1.0);
   BandMatrix M(R, B);
   for (int r = 1; r <= n; ++r)
-    for (int b = 1; b <= bw && r + b - 1 <= n; ++b) M(r, b) = b == 1 ? shift + dist(gen) : dist(gen);
+    for (int b = 1; b <= bw && r + b - 1 <= n; ++b)
+      M(r, b) = b == 1 ? shift + dist(gen) : dist(gen);
   return M;
 }
 
@@ -55,14 +56,16 @@ std::vector<double> DenseSolve(Dense a, std::vector<double> f) {
     std::swap(f[k], f[p]);
     for (int i = k + 1; i < n; ++i) {
       const double m = a[i][k] / a[k][k];
-      for (int j = k; j < n; ++j) a[i][j] -= m * a[k][j];
+      for (int j = k; j < n; ++j)
+        a[i][j] -= m * a[k][j];
       f[i] -= m * f[k];
     }
   }
   std::vector<double> x(n);
   for (int i = n - 1; i >= 0; --i) {
     double s = f[i];
-    for (int j = i + 1; j < n; ++j) s -= a[i][j] * x[j];
+    for (int j = i + 1; j < n; ++j)
+      s -= a[i][j] * x[j];
     x[i] = s / a[i][i];
   }
   return x;
@@ -73,7 +76,8 @@ TEST(BandAssemble, StoresTheUpperTriangleWhateverTheOrderOfFreedoms) {
   // A symmetric 3 x 3 element at global freedoms 5, 3, 1 (descending).
   const double k[3][3] = {{4, 1, 2}, {1, 5, 3}, {2, 3, 6}};
   for (int i = 0; i < 3; ++i)
-    for (int j = 0; j < 3; ++j) Ke(i + 1, j + 1) = k[i][j];
+    for (int j = 0; j < 3; ++j)
+      Ke(i + 1, j + 1) = k[i][j];
   BandMatrix M(6, 6);
   int bw = 0;
   const std::int16_t dofs[] = {5, 3, 1};
@@ -93,7 +97,8 @@ TEST(BandAssemble, StoresTheUpperTriangleWhateverTheOrderOfFreedoms) {
 TEST(BandAssemble, BandEqualToCapacityFitsAndOneMoreOverflows) {
   ElementMatrix Ke;
   for (int i = 1; i <= 2; ++i)
-    for (int j = 1; j <= 2; ++j) Ke(i, j) = 1;
+    for (int j = 1; j <= 2; ++j)
+      Ke(i, j) = 1;
   BandMatrix M(10, 3);
   int bw = 0;
   const std::int16_t fits[] = {2, 4};
@@ -106,7 +111,7 @@ TEST(BandAssemble, BandEqualToCapacityFitsAndOneMoreOverflows) {
   ASSERT_TRUE(overflow.has_value());
   EXPECT_EQ(overflow->dof, 2);
   EXPECT_EQ(overflow->band, 4);
-  EXPECT_EQ(bw, 4); // raised before the test against the capacity
+  EXPECT_EQ(bw, 4);      // raised before the test against the capacity
   EXPECT_EQ(M(2, 1), 2); // the entry before the failing one went in
 
   const std::int16_t beyondRows[] = {11, 1};
@@ -128,7 +133,8 @@ TEST(BandAssemble, GridOfSevenNodesPerColumnFillsTheBandExactly) {
   BandMatrix M(3 * points, 3 * (perColumn + 2));
   ElementMatrix Ke;
   for (int i = 1; i <= 12; ++i)
-    for (int j = 1; j <= 12; ++j) Ke(i, j) = 1;
+    for (int j = 1; j <= 12; ++j)
+      Ke(i, j) = 1;
   int bw = 0;
   for (int cx = 0; cx + 1 < columns; ++cx)
     for (int cy = 0; cy + 1 < perColumn; ++cy) {
@@ -136,7 +142,8 @@ TEST(BandAssemble, GridOfSevenNodesPerColumnFillsTheBandExactly) {
       const int nodes[4] = {n, n + perColumn, n + perColumn + 1, n + 1};
       std::int16_t dofs[12];
       for (int k = 0; k < 4; ++k)
-        for (int d = 1; d <= 3; ++d) dofs[3 * k + d - 1] = Dof_Number(nodes[k], d, 3);
+        for (int d = 1; d <= 3; ++d)
+          dofs[3 * k + d - 1] = Dof_Number(nodes[k], d, 3);
       ASSERT_FALSE(Band_Assemble(Ke, M, bw, dofs).has_value());
     }
   EXPECT_EQ(bw, 27);
@@ -193,7 +200,8 @@ TEST(BandPrescribe, PrescribedValueComesBackExactlyAndTwiceIsOnce) {
   Band_Prescribe(twice, F2, 5, 0.3125, bw, 2);
   Band_Prescribe(twice, F2, 5, 0.3125, bw, 2);
   for (int r = 1; r <= R; ++r)
-    for (int b = 1; b <= B; ++b) EXPECT_EQ(once(r, b), twice(r, b));
+    for (int b = 1; b <= B; ++b)
+      EXPECT_EQ(once(r, b), twice(r, b));
   EXPECT_EQ(F1, F2);
 
   Band_Factor(once, R, bw);
@@ -218,8 +226,10 @@ TEST(BandFactor, SolvesPositiveAndIndefiniteSystemsLikeADenseSolver) {
     BandMatrix M = RandomBand(R, B, n, bw, shift, 7);
     const Dense A = Full(M, n);
     std::vector<double> f(R, 0.0);
-    for (int i = 0; i < n; ++i) f[i] = std::sin(i + 1.0);
-    const std::vector<double> expected = DenseSolve(A, std::vector<double>(f.begin(), f.begin() + n));
+    for (int i = 0; i < n; ++i)
+      f[i] = std::sin(i + 1.0);
+    const std::vector<double> expected =
+        DenseSolve(A, std::vector<double>(f.begin(), f.begin() + n));
     if (shift < 1) { // make sure the indefinite case really is indefinite
       const auto values = test::SymmetricEigenvalues(A);
       ASSERT_LT(values.front(), 0.0);
@@ -227,13 +237,16 @@ TEST(BandFactor, SolvesPositiveAndIndefiniteSystemsLikeADenseSolver) {
     Band_Factor(M, n, bw);
     std::vector<double> x(R, 0.0), rhs = f;
     Band_Solve(M, x, rhs, n, bw);
-    for (int i = 0; i < n; ++i) EXPECT_NEAR(x[i], expected[i], 1e-9 * test::MaxAbs(expected));
+    for (int i = 0; i < n; ++i)
+      EXPECT_NEAR(x[i], expected[i], 1e-9 * test::MaxAbs(expected));
     // Solving in place gives the same numbers.
     std::vector<double> inPlace = f;
     Band_Solve(M, inPlace, inPlace, n, bw);
-    for (int i = 0; i < n; ++i) EXPECT_EQ(inPlace[i], x[i]);
+    for (int i = 0; i < n; ++i)
+      EXPECT_EQ(inPlace[i], x[i]);
     // Rows beyond n are not touched.
-    for (int r = n + 1; r <= R; ++r) EXPECT_EQ(M(r, 1), 0.0);
+    for (int r = n + 1; r <= R; ++r)
+      EXPECT_EQ(M(r, 1), 0.0);
   }
 }
 
@@ -253,7 +266,8 @@ TEST(BandFactor, IsBitForBitTheEntryByEntryElimination) {
   }
   Band_Factor(M, n, bw);
   for (int r = 1; r <= R; ++r)
-    for (int b = 1; b <= B; ++b) ASSERT_EQ(M(r, b), reference(r, b)) << r << "," << b;
+    for (int b = 1; b <= B; ++b)
+      ASSERT_EQ(M(r, b), reference(r, b)) << r << "," << b;
 }
 
 TEST(BandFactor, ZeroPivotIsADivisionByZeroAndZeroOverZeroAnOverflow) {
@@ -289,11 +303,13 @@ TEST(BandMultiply, IsMinusTheSymmetricProduct) {
   const BandMatrix Kg = RandomBand(R, B, n, bw, 1.0, 5);
   const Dense A = Full(Kg, n);
   std::vector<double> x(n);
-  for (int i = 0; i < n; ++i) x[i] = std::cos(0.3 * i);
+  for (int i = 0; i < n; ++i)
+    x[i] = std::cos(0.3 * i);
   std::vector<double> y(n, 99.0);
   Band_Multiply(Kg, x, y, n, bw);
   const std::vector<double> expected = test::Multiply(A, x);
-  for (int i = 0; i < n; ++i) EXPECT_NEAR(y[i], -expected[i], 1e-12);
+  for (int i = 0; i < n; ++i)
+    EXPECT_NEAR(y[i], -expected[i], 1e-12);
 }
 
 } // namespace

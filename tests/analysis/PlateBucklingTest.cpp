@@ -76,21 +76,24 @@ double SquarePlateLoadFactor(int elements, Stiffeners stiff = {}) {
     Plate_Membrane(p.x, p.y, t, E, nu, Ke);
     std::int16_t dofs[8];
     for (int k = 0; k < 4; ++k)
-      for (int d = 1; d <= 2; ++d) dofs[2 * k + d - 1] = Dof_Number(p.n[k], d, 2);
+      for (int d = 1; d <= 2; ++d)
+        dofs[2 * k + d - 1] = Dof_Number(p.n[k], d, 2);
     EXPECT_FALSE(Band_Assemble(Ke, K, bw, dofs));
   }
   for (const Bar& s : bars) {
     Stiffener_Membrane(s.x, s.y, stiffT, stiffW, E, Ke);
     std::int16_t dofs[4];
     for (int k = 0; k < 2; ++k)
-      for (int d = 1; d <= 2; ++d) dofs[2 * k + d - 1] = Dof_Number(s.n[k], d, 2);
+      for (int d = 1; d <= 2; ++d)
+        dofs[2 * k + d - 1] = Dof_Number(s.n[k], d, 2);
     EXPECT_FALSE(Band_Assemble(Ke, K, bw, dofs));
   }
   for (int iy = 0; iy <= ny; ++iy) {
     const double share = (iy == 0 || iy == ny ? 0.5 : 1.0) * side / ny;
     F[Dof_Number(node(nx, iy), 1, 2) - 1] -= share;
   }
-  for (int iy = 0; iy <= ny; ++iy) Band_Prescribe(K, F, Dof_Number(node(0, iy), 1, 2), 0, bw, 2);
+  for (int iy = 0; iy <= ny; ++iy)
+    Band_Prescribe(K, F, Dof_Number(node(0, iy), 1, 2), 0, bw, 2);
   Band_Prescribe(K, F, Dof_Number(node(0, 0), 2, 2), 0, bw, 2);
   Band_Factor(K, 2 * points, bw);
   Band_Solve(K, F, F, 2 * points, bw);
@@ -109,7 +112,8 @@ double SquarePlateLoadFactor(int elements, Stiffeners stiff = {}) {
     Plate_Geometric(p.x, p.y, t, E, nu, u, v, Kge);
     std::int16_t dofs[12];
     for (int k = 0; k < 4; ++k)
-      for (int d = 1; d <= 3; ++d) dofs[3 * k + d - 1] = Dof_Number(p.n[k], d, 3);
+      for (int d = 1; d <= 3; ++d)
+        dofs[3 * k + d - 1] = Dof_Number(p.n[k], d, 3);
     EXPECT_FALSE(Band_Assemble(Kge, Kg, bw, dofs));
     EXPECT_FALSE(Band_Assemble(Ke, Kb, bw, dofs));
   }
@@ -119,7 +123,8 @@ double SquarePlateLoadFactor(int elements, Stiffeners stiff = {}) {
     Stiffener_Geometric(s.x, s.y, stiffT, stiffW, E, stiff.torsion, u, v, Kge);
     std::int16_t dofs[6];
     for (int k = 0; k < 2; ++k)
-      for (int d = 1; d <= 3; ++d) dofs[3 * k + d - 1] = Dof_Number(s.n[k], d, 3);
+      for (int d = 1; d <= 3; ++d)
+        dofs[3 * k + d - 1] = Dof_Number(s.n[k], d, 3);
     EXPECT_FALSE(Band_Assemble(Kge, Kg, bw, dofs));
     EXPECT_FALSE(Band_Assemble(Ke, Kb, bw, dofs));
   }
@@ -138,14 +143,17 @@ double SquarePlateLoadFactor(int elements, Stiffeners stiff = {}) {
   BandMatrix factored = Kb;
   Band_Factor(factored, n, bw);
   std::vector<double> x(n), y(n), Kx(n);
-  for (int i = 0; i < n; ++i) x[i] = std::sin(1.7 * i + 0.3);
+  for (int i = 0; i < n; ++i)
+    x[i] = std::sin(1.7 * i + 0.3);
   double lambda = 0;
   for (int cycle = 0; cycle < 300; ++cycle) {
     Band_Multiply(Kg, x, y, n, bw); // y = -Kg x
     Band_Solve(factored, y, y, n, bw);
     double largest = 0;
-    for (double value : y) largest = std::max(largest, std::abs(value));
-    for (int i = 0; i < n; ++i) x[i] = y[i] / largest;
+    for (double value : y)
+      largest = std::max(largest, std::abs(value));
+    for (int i = 0; i < n; ++i)
+      x[i] = y[i] / largest;
     Band_Multiply(Kb, x, Kx, n, bw); // -K x
     Band_Multiply(Kg, x, y, n, bw);  // -Kg x
     double num = 0, den = 0;

@@ -22,7 +22,8 @@ TEST(PlateGeometric, UnitSquareInUniaxialCompression) {
   ElementMatrix Kg;
   Kg.Clear();
   Kg(13, 13) = 7; // outside the 12 x 12 corner: left alone
-  for (int i = 1; i <= 12; ++i) Kg(i, i) = 5; // inside: cleared
+  for (int i = 1; i <= 12; ++i)
+    Kg(i, i) = 5; // inside: cleared
   const PlateStress s = Plate_Geometric(x, y, 1.0, E, nu, u, v, Kg);
   for (int k = 0; k < 4; ++k) {
     EXPECT_NEAR(s.Sx[k], -1, 1e-12);
@@ -31,7 +32,9 @@ TEST(PlateGeometric, UnitSquareInUniaxialCompression) {
   EXPECT_NEAR(s.Sxy, 0, 1e-12);
 
   Dense expected(12, std::vector<double>(12, 0.0));
-  auto set = [&](int i, int j, double value) { expected[i - 1][j - 1] = expected[j - 1][i - 1] = value; };
+  auto set = [&](int i, int j, double value) {
+    expected[i - 1][j - 1] = expected[j - 1][i - 1] = value;
+  };
   set(1, 1, -0.5);
   set(1, 4, 0.5);
   set(4, 4, -0.5);
@@ -59,33 +62,18 @@ TEST(PlateGeometric, RigidDeflectionHasNoEnergyAndTensionIsPositive) {
   EXPECT_LT(test::Asymmetry(K), 1e-12 * test::MaxAbs(K));
   for (int i = 0; i < 12; ++i) {
     double row = 0;
-    for (int k = 0; k < 4; ++k) row += K[i][3 * k];
+    for (int k = 0; k < 4; ++k)
+      row += K[i][3 * k];
     EXPECT_NEAR(row, 0.0, 1e-10 * test::MaxAbs(K));
     if (i % 3 != 0) {
-      for (int j = 0; j < 12; ++j) EXPECT_EQ(K[i][j], 0.0);
+      for (int j = 0; j < 12; ++j)
+        EXPECT_EQ(K[i][j], 0.0);
     }
   }
   // Principal stresses are both tensile here: the matrix is positive semi-definite.
   const auto values = test::SymmetricEigenvalues(K);
   EXPECT_GT(values.back(), 0.0);
   EXPECT_GT(values.front(), -1e-10 * values.back());
-}
-
-TEST(TriangleGeometric, IsTheStressWeightedGradientProduct) {
-  // Right triangle of area 2.
-  const std::array<double, 3> x{0, 2, 0}, y{0, 0, 2};
-  const double t = 0.4, Sx = 3, Sy = -2, Sxy = 0.5;
-  const Matrix3 Kt = Triangle_Geometric(x, y, t, Sx, Sy, Sxy);
-  // For w linear with gradient (gx, gy): w' Kt w = A t (gx, gy) S (gx, gy)'.
-  const double area = 2;
-  const double g[2] = {0.7, -1.3};
-  double w[3], energy = 0;
-  for (int k = 0; k < 3; ++k) w[k] = g[0] * x[k] + g[1] * y[k];
-  for (int i = 0; i < 3; ++i)
-    for (int j = 0; j < 3; ++j) energy += w[i] * Kt[i][j] * w[j];
-  const double expected =
-      area * t * (Sx * g[0] * g[0] + 2 * Sxy * g[0] * g[1] + Sy * g[1] * g[1]);
-  EXPECT_NEAR(energy, expected, 1e-12);
 }
 
 TEST(TriangleGeometric, ZeroAreaIsADivisionByZero) {

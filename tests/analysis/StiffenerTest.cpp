@@ -47,13 +47,13 @@ TEST(StiffenerMembrane, InclinedBarResistsStretchOnly) {
   EXPECT_NEAR(test::Dot(stretch, test::Multiply(K, stretch)), k, 1e-9 * k);
   const std::vector<double> modes[] = {
       {1, 0, 1, 0}, {0, 1, 0, 1}, {-y1, x1, -y2, x2}, {0, 0, -0.8, 0.6}};
-  for (const auto& m : modes) EXPECT_LT(test::MaxAbs(test::Multiply(K, m)), 1e-9 * k);
+  for (const auto& m : modes)
+    EXPECT_LT(test::MaxAbs(test::Multiply(K, m)), 1e-9 * k);
 }
 
 TEST(StiffenerMembrane, ZeroLengthIsADivisionByZero) {
   ElementMatrix Ke;
-  EXPECT_EQ(FaultOf([&] { Stiffener_Membrane({3, 3}, {1, 1}, 0.5, 4, 29000, Ke); }),
-            errDivByZero);
+  EXPECT_EQ(FaultOf([&] { Stiffener_Membrane({3, 3}, {1, 1}, 0.5, 4, 29000, Ke); }), errDivByZero);
 }
 
 Dense Beam(const Ends2& x, const Ends2& y, double t, double w, int shear, double E = 29000,
@@ -113,11 +113,12 @@ TEST(StiffenerBending, PlateRigidModesAreZeroModesWithAndWithoutShear) {
     const double scale = test::MaxAbs(K);
     EXPECT_LT(test::Asymmetry(K), 1e-12 * scale);
     const std::vector<double> modes[] = {
-        {1, 0, 0, 1, 0, 0},                  // w = 1
-        {x[0], 0, -1, x[1], 0, -1},          // w = x
-        {y[0], 1, 0, y[1], 1, 0},            // w = y
+        {1, 0, 0, 1, 0, 0},         // w = 1
+        {x[0], 0, -1, x[1], 0, -1}, // w = x
+        {y[0], 1, 0, y[1], 1, 0},   // w = y
     };
-    for (const auto& m : modes) EXPECT_LT(test::MaxAbs(test::Multiply(K, m)), 1e-10 * scale);
+    for (const auto& m : modes)
+      EXPECT_LT(test::MaxAbs(test::Multiply(K, m)), 1e-10 * scale);
     // Bending and twisting are real: three zero modes and no more.
     EXPECT_GT(test::SymmetricEigenvalues(K)[3], 1e-6 * scale);
   }
@@ -136,13 +137,15 @@ TEST(StiffenerBending, DegenerateSectionsAndLengthsAreDivisionsByZero) {
 TEST(StiffenerGeometric, ZeroStressGivesAZeroMatrix) {
   ElementMatrix Kg;
   for (int i = 1; i <= 6; ++i)
-    for (int j = 1; j <= 6; ++j) Kg(i, j) = 99;
+    for (int j = 1; j <= 6; ++j)
+      Kg(i, j) = 99;
   // A rigid in-plane motion strains nothing.
   const double stress =
       Stiffener_Geometric({1, 4}, {2, 6}, 0.5, 4, 29000, 1, {0.1, 0.1}, {0.2, 0.2}, Kg);
   EXPECT_EQ(stress, 0.0);
   for (int i = 1; i <= 6; ++i)
-    for (int j = 1; j <= 6; ++j) EXPECT_EQ(Kg(i, j), 0.0);
+    for (int j = 1; j <= 6; ++j)
+      EXPECT_EQ(Kg(i, j), 0.0);
 }
 
 TEST(StiffenerGeometric, AxialForceActsOnDeflectionsAndTorsionOptionOnAxialRotations) {
@@ -157,7 +160,8 @@ TEST(StiffenerGeometric, AxialForceActsOnDeflectionsAndTorsionOptionOnAxialRotat
   EXPECT_NEAR(Kg(1, 4), -N, 1e-9);
   EXPECT_NEAR(Kg(4, 4), N, 1e-9);
   for (int i : {2, 3, 5, 6})
-    for (int j = 1; j <= 6; ++j) EXPECT_EQ(Kg(i, j), 0.0);
+    for (int j = 1; j <= 6; ++j)
+      EXPECT_EQ(Kg(i, j), 0.0);
 
   sig = Stiffener_Geometric({1, 4}, {2, 6}, t, w, E, 1, u, v, Kg);
   const double g = sig * t * w * w * w / (12 * L);

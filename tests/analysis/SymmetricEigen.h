@@ -15,7 +15,8 @@ using Dense = std::vector<std::vector<double>>;
 inline Dense Leading(const ElementMatrix& K, int n) {
   Dense a(n, std::vector<double>(n));
   for (int i = 0; i < n; ++i)
-    for (int j = 0; j < n; ++j) a[i][j] = K(i + 1, j + 1);
+    for (int j = 0; j < n; ++j)
+      a[i][j] = K(i + 1, j + 1);
   return a;
 }
 
@@ -23,18 +24,21 @@ inline Dense Leading(const ElementMatrix& K, int n) {
 inline std::vector<double> SymmetricEigenvalues(Dense a) {
   const int n = static_cast<int>(a.size());
   for (int i = 0; i < n; ++i)
-    for (int j = i + 1; j < n; ++j) a[i][j] = a[j][i] = 0.5 * (a[i][j] + a[j][i]);
+    for (int j = i + 1; j < n; ++j)
+      a[i][j] = a[j][i] = 0.5 * (a[i][j] + a[j][i]);
 
   for (int sweep = 0; sweep < 100; ++sweep) {
     double off = 0.0, scale = 0.0;
     for (int i = 0; i < n; ++i)
-      for (int j = 0; j < n; ++j) (i == j ? scale : off) += a[i][j] * a[i][j];
+      for (int j = 0; j < n; ++j)
+        (i == j ? scale : off) += a[i][j] * a[i][j];
     if (off <= 1e-30 * scale) break;
     for (int p = 0; p < n - 1; ++p)
       for (int q = p + 1; q < n; ++q) {
         if (a[p][q] == 0.0) continue;
         const double theta = (a[q][q] - a[p][p]) / (2.0 * a[p][q]);
-        const double t = (theta >= 0 ? 1.0 : -1.0) / (std::abs(theta) + std::sqrt(theta * theta + 1.0));
+        const double t =
+            (theta >= 0 ? 1.0 : -1.0) / (std::abs(theta) + std::sqrt(theta * theta + 1.0));
         const double c = 1.0 / std::sqrt(t * t + 1.0);
         const double s = t * c;
         for (int k = 0; k < n; ++k) { // columns p, q
@@ -50,7 +54,8 @@ inline std::vector<double> SymmetricEigenvalues(Dense a) {
       }
   }
   std::vector<double> values(n);
-  for (int i = 0; i < n; ++i) values[i] = a[i][i];
+  for (int i = 0; i < n; ++i)
+    values[i] = a[i][i];
   std::sort(values.begin(), values.end());
   return values;
 }
@@ -58,25 +63,29 @@ inline std::vector<double> SymmetricEigenvalues(Dense a) {
 inline std::vector<double> Multiply(const Dense& a, const std::vector<double>& x) {
   std::vector<double> y(a.size(), 0.0);
   for (std::size_t i = 0; i < a.size(); ++i)
-    for (std::size_t j = 0; j < x.size(); ++j) y[i] += a[i][j] * x[j];
+    for (std::size_t j = 0; j < x.size(); ++j)
+      y[i] += a[i][j] * x[j];
   return y;
 }
 
 inline double Dot(const std::vector<double>& x, const std::vector<double>& y) {
   double s = 0.0;
-  for (std::size_t i = 0; i < x.size(); ++i) s += x[i] * y[i];
+  for (std::size_t i = 0; i < x.size(); ++i)
+    s += x[i] * y[i];
   return s;
 }
 
 inline double MaxAbs(const std::vector<double>& x) {
   double m = 0.0;
-  for (double v : x) m = std::max(m, std::abs(v));
+  for (double v : x)
+    m = std::max(m, std::abs(v));
   return m;
 }
 
 inline double MaxAbs(const Dense& a) {
   double m = 0.0;
-  for (const auto& row : a) m = std::max(m, MaxAbs(row));
+  for (const auto& row : a)
+    m = std::max(m, MaxAbs(row));
   return m;
 }
 
@@ -84,7 +93,8 @@ inline double MaxAbs(const Dense& a) {
 inline double Asymmetry(const Dense& a) {
   double m = 0.0;
   for (std::size_t i = 0; i < a.size(); ++i)
-    for (std::size_t j = 0; j < i; ++j) m = std::max(m, std::abs(a[i][j] - a[j][i]));
+    for (std::size_t j = 0; j < i; ++j)
+      m = std::max(m, std::abs(a[i][j] - a[j][i]));
   return m;
 }
 
