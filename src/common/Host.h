@@ -49,6 +49,8 @@ public:
   virtual bool ShowSave(FileDialog& d) = 0;
   virtual void SetBusy(bool busy) = 0;
   virtual void Yield() = 0; // lets pending events run (Cancel of a run)
+  // A progress text of the running analysis, for the run dialog's status line.
+  virtual void Progress(const std::string& /*text*/) {}
 };
 
 // The installed host; never null (a silent host stands in when none is set).

@@ -3,6 +3,7 @@
 #include "common/Host.h"
 
 #include <deque>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -30,7 +31,13 @@ public:
   bool ShowOpen(FileDialog& d) override;
   bool ShowSave(FileDialog& d) override;
   void SetBusy(bool busy) override { busyDepth += busy ? 1 : -1; }
-  void Yield() override { ++yields; }
+  void Yield() override {
+    ++yields;
+    if (onYield) onYield();
+  }
+  void Progress(const std::string& text) override { progress.push_back(text); }
+  std::function<void()> onYield;      // runs inside each yield, e.g. a Cancel click
+  std::vector<std::string> progress; // progress texts of a run, in order
 
   std::vector<std::string> Texts() const;
 

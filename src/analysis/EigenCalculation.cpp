@@ -1,0 +1,328 @@
+#include "analysis/EigenCalculation.h"
+
+#include <array>
+#include <new>
+
+#include "analysis/CheckedArithmetic.h"
+#include "analysis/RunContext.h"
+#include "analysis/StiffenerMembrane.h"
+#include "common/Host.h"
+#include "model/VELKMain.h"
+
+namespace velk {
+
+namespace {
+
+RunOutcome gLastOutcome = RunOutcome::NotRun;
+
+// Start of a run: arrays from the model's compact counts, options copied.
+void Size_Arrays(RunContext& run) {
+  Mesh& mesh = gMesh();
+  const Integer P = Int16(mesh.Nodes().MaxvID);
+  const Integer S = Int16(mesh.twoNodes().MaxvID);
+  const Integer Q = Int16(mesh.fourNodes().MaxvID);
+  run.R = Int16(3L * P);
+  run.B = Int16(3L * (mesh.Nodes().NumberNodesY() + 2L));
+  // No analysis node: nothing to size the arrays from.
+  if (run.R < 1 || run.B < 1) Raise(errSubscript, "no analysis node");
+  run.a.Size(run.R, Q, S);
+  const long q = Q > 0 ? Q : 1, s = S > 0 ? S : 1;
+  run.plateX.Resize(q);
+  run.plateY.Resize(q);
+  run.stiffX.Resize(s);
+  run.stiffY.Resize(s);
+  run.F.Resize(run.R);
+  run.Iterate.Resize(run.R);
+  run.K = BandMatrix(run.R, run.B);
+  run.Kg = BandMatrix(run.R, run.B);
+}
+
+void Write_Head(RunContext& run) {
+  Listing& l = *run.list;
+  DeckReader& deck = *run.deck;
+  const std::string title = deck.Text();
+  const std::string discription = deck.Text();
+  const std::string runId = deck.Text();
+  l.Line("[Output Starts]");
+  l.Line("Title:" + title);
+  l.Line("Problem Discription:" + discription);
+  l.Line("Run ID:" + runId);
+  run.counts = Read_Counts(deck);
+  const DeckCounts& c = run.counts;
+  const std::pair<const char*, Integer> lines[] = {
+      {"Num. of Plate Elements", c.plates},
+      {"Num. of Stiffener Elements", c.stiffeners},
+      {"Num. of Points", c.points},
+      {"Num. of Loaded Points  ", c.loads},
+      {"Num. of In-plane Boundary Points", c.inPlaneBoundary},
+      {"Num. of Elastic Springs(In-Plane)", c.inPlaneSprings},
+      {"Num. of Out-of-plane Boundary Points", c.outBoundary},
+      {"Num. of Elastic Springs(Out-of-plane)", c.outSprings}};
+  for (const auto& [text, count] : lines) l.Begin().Text(text).Tab(50).ThenInt(count).End();
+  if (run.TorsionStiffFlag != 0) l.Line("Option: Torsional Geometric Stiff Option is Used");
+  if (run.ShearFlag != 0) l.Line("Option: Approximate Shear Distortion Option is Used");
+}
+
+void Write_Mesh_Tables(RunContext& run) {
+  Listing& l = *run.list;
+  RunArrays& a = run.a;
+  const DeckCounts& c = run.counts;
+  if (run.Detail()) {
+    l.Line("[Nodal Info]");
+    l.Begin().Text("Node").Text("X-Coord.").Text("Y-Coord.").End();
+    for (Integer n = 1; n <= c.points; ++n) l.Begin().Int(n).Real(a.X[n]).Real(a.Y[n]).End();
+  }
+  if (c.plates > 0 && run.Detail()) {
+    l.Line("[Plate Element Info]");
+    l.Begin().Text("Number").Text("Node1").Text("Node2").Text(" Node3").Text("Node4")
+        .Text("Thickness").End();
+  }
+  for (Integer e = 1; e <= c.plates; ++e) {
+    if (run.Detail()) {
+      auto row = l.Begin();
+      row.Int(e);
+      for (int k = 1; k <= 4; ++k) row.Int(a.plateConn(k, e));
+      row.Real(a.plateThick[e]).End();
+    }
+    for (int k = 1; k <= 4; ++k) {
+      run.plateX[e][k - 1] = a.X[a.plateConn(k, e)];
+      run.plateY[e][k - 1] = a.Y[a.plateConn(k, e)];
+    }
+  }
+  Checkpoint();
+  if (c.stiffeners > 0 && run.Detail()) {
+    l.Line("[Beam Element Info]");
+    l.Begin().Text("Number").Text("Node1").Text("Node2").Text("Thickness").Text("Width").End();
+  }
+  for (Integer e = 1; e <= c.stiffeners; ++e) {
+    if (run.Detail())
+      l.Begin().Int(e).Int(a.stiffConn(1, e)).Int(a.stiffConn(2, e)).Real(a.stiffThick[e])
+          .Real(a.stiffWidth[e]).End();
+    for (int k = 1; k <= 2; ++k) {
+      run.stiffX[e][k - 1] = a.X[a.stiffConn(k, e)];
+      run.stiffY[e][k - 1] = a.Y[a.stiffConn(k, e)];
+    }
+  }
+  Checkpoint();
+}
+
+void Stage_One(RunContext& run) {
+  const DeckCounts& c = run.counts;
+  DeckReader& deck = *run.deck;
+  Listing& l = *run.list;
+  RunArrays& a = run.a;
+  const Integer n = Int16(2L * c.points);
+
+  for (Integer i = 1; i <= n; ++i) run.F[i] = 0.0;
+  run.K.ClearRows(n);
+  run.bw = 0;
+  Report_Progress("Creating Stiffness Matrix...");
+  Checkpoint();
+
+  std::array<std::int16_t, 8> dofs{};
+  for (Integer e = 1; e <= c.plates; ++e) {
+    Plate_Membrane(run.plateX[e], run.plateY[e], a.plateThick[e], run.ElasticModulus,
+                   run.PoissonRatio, run.Ke);
+    for (int k = 1; k <= 4; ++k)
+      for (int d = 1; d <= 2; ++d) dofs[2 * (k - 1) + d - 1] = Dof_Number(a.plateConn(k, e), d, 2);
+    Assemble(run, run.Ke, run.K, dofs);
+    Checkpoint();
+  }
+  for (Integer e = 1; e <= c.stiffeners; ++e) {
+    Stiffener_Membrane(run.stiffX[e], run.stiffY[e], a.stiffThick[e], a.stiffWidth[e],
+                       run.ElasticModulus, run.Ke);
+    for (int k = 1; k <= 2; ++k)
+      for (int d = 1; d <= 2; ++d) dofs[2 * (k - 1) + d - 1] = Dof_Number(a.stiffConn(k, e), d, 2);
+    Assemble(run, run.Ke, run.K, std::span<const std::int16_t>(dofs.data(), 4));
+    Checkpoint();
+  }
+
+  Report_Progress("Applying Boundary Conditions...");
+  std::span<double> F(run.F.Data());
+  if (c.loads > 0) {
+    l.Line("[Loads]");
+    l.Begin().Text("Node Number").Text("X Dir.").Text("Y Dir.").End();
+    Integer loaded = 0;
+    while (loaded < c.loads) {
+      Checkpoint();
+      const RunRecord r = Read_Run(deck, RunRepair::Nodal);
+      const double fx = deck.Real(), fy = deck.Real();
+      l.Begin().Int(r.first).Real(fx).Real(fy).End();
+      if (fx == 0.0 && fy == 0.0) continue;
+      For_Run(r, [&](Integer p, Integer) {
+        const Integer u = Dof_Number(p, 1, 2), v = Dof_Number(p, 2, 2);
+        run.F[u] = Finite(run.F[u] + fx);
+        run.F[v] = Finite(run.F[v] + fy);
+        loaded = Int16(loaded + 1L);
+      });
+    }
+  }
+  if (c.inPlaneBoundary > 0) {
+    l.Line("[Boundary Conditions: In-plane]");
+    l.Begin().Text("Node Number").Text("X Dir.").Text("Y Dir.").Text("X Value").Text("Y Value")
+        .End();
+    Integer records = 0;
+    while (records < c.inPlaneBoundary) {
+      Checkpoint();
+      const RunRecord r = Read_Run(deck, RunRepair::Nodal);
+      const Integer flag[2] = {deck.Int(), deck.Int()};
+      const double value[2] = {deck.Real(), deck.Real()};
+      l.Begin().Int(r.first).Int(flag[0]).Int(flag[1]).Real(value[0]).Real(value[1]).End();
+      if (flag[0] == 0 && flag[1] == 0) continue;
+      For_Run(r, [&](Integer p, Integer) {
+        for (int d = 1; d <= 2; ++d)
+          if (flag[d - 1] != 0)
+            Band_Prescribe(run.K, F, Dof_Number(p, d, 2), value[d - 1], run.bw, 2);
+      });
+      records = Int16(records + 1L);
+    }
+  }
+  if (c.inPlaneSprings > 0) {
+    l.Line("[Elastic Springs: In-Plane]");
+    l.Begin().Text("Node Number").Text("X Value").Text("Y Value").End();
+    Integer generated = 0;
+    while (generated < c.inPlaneSprings) {
+      Checkpoint();
+      const RunRecord r = Read_Run(deck, RunRepair::Nodal);
+      const double kx = deck.Real(), ky = deck.Real();
+      l.Begin().Int(r.first).Real(kx).Real(ky).End();
+      if (kx == 0.0 && ky == 0.0) continue;
+      For_Run(r, [&](Integer p, Integer) {
+        const Integer u = Dof_Number(p, 1, 2), v = Dof_Number(p, 2, 2);
+        if (u > run.R || v > run.R) Raise(errSubscript);
+        run.K(u, 1) = Finite(run.K(u, 1) + kx);
+        run.K(v, 1) = Finite(run.K(v, 1) + ky);
+        generated = Int16(generated + 1L);
+      });
+    }
+  }
+
+  Report_Progress("Solving...");
+  Checkpoint();
+  Band_Factor(run.K, n, run.bw);
+  Band_Solve(run.K, F, F, n, run.bw);
+  Checkpoint();
+
+  // Results into the model, by the backward numbering.
+  Nodes& nodes = gMesh().Nodes();
+  if (run.Detail()) {
+    l.Line("[Displacement: In-Plane]");
+    l.Begin().Text("Node Number").Text("X Disp.").Text("Y Disp.").End();
+  }
+  for (Integer p = 1; p <= c.points; ++p) {
+    const double u = run.F[2 * p - 1], v = run.F[2 * p];
+    Nodeb& node = *nodes.Item(nodes.Item(p)->UvID);
+    node.InPDispX = CSng(u);
+    node.InPDispY = CSng(v);
+    if (run.Detail()) l.Begin().Int(p).Formatted(u, "0.00E+00").Formatted(v, "0.00E+00").End();
+  }
+}
+
+void Close_Files(RunContext& run, bool quietly) {
+  run.deck.reset();
+  if (!run.list) return;
+  if (quietly) {
+    try {
+      run.list->Close();
+    } catch (const std::exception&) {
+    }
+  } else {
+    run.list->Close();
+  }
+  run.list.reset();
+}
+
+void Fail(const char* message, const char* status) {
+  MsgBox(message);
+  Report_Progress(status);
+}
+
+} // namespace
+
+AnalysisHooks& analysisHooks() {
+  static AnalysisHooks h;
+  return h;
+}
+
+RunOutcome LastRunOutcome() { return gLastOutcome; }
+
+void Report_Progress(const std::string& text) {
+  if (analysisHooks().ProgressSink) analysisHooks().ProgressSink(text);
+  host().Progress(text);
+}
+
+void Checkpoint() {
+  host().Yield();
+  if (AnalysisCancel == -1) {
+    Report_Progress("Ready...");
+    throw RunCancelled{};
+  }
+}
+
+void Assemble(RunContext& run, const ElementMatrix& Ke, BandMatrix& M,
+              std::span<const std::int16_t> dofs) {
+  const auto overflow = Band_Assemble(Ke, M, run.bw, dofs);
+  if (!overflow) return;
+  Listing& l = *run.list;
+  l.Line("Dimension of Stiffness Matrix EXCEEDED");
+  l.Begin().Text("Degree of Freedom Number  = ").ThenInt(overflow->dof).End();
+  l.Begin().Text("Band Width                = ").ThenInt(overflow->band).End();
+  MsgBox("Dimesnison of Stiffness Matrix Exceeded!:");
+  DimensionExceeded = -1;
+  throw RunBandOverflow{};
+}
+
+void Run_Analysis() {
+  gLastOutcome = RunOutcome::Failed;
+  auto run = std::make_unique<RunContext>();
+  try {
+    Size_Arrays(*run);
+    AnalysisCancel = 0;
+    DimensionExceeded = 0;
+    const Analysis& options = gAnalysis();
+    run->PrintLevel = options.OutputOption;
+    run->TorsionStiffFlag = options.IGSTF;
+    run->ShearFlag = options.ISHEAR;
+
+    Report_Progress("Creating Input File...");
+    Checkpoint();
+    run->deck.emplace(DeckReader::Open(session().gTempInFile));
+    run->list = std::make_unique<Listing>(session().gTempOutFile);
+    Write_Head(*run);
+    run->ElasticModulus = run->deck->Real();
+    run->PoissonRatio = run->deck->Real();
+    run->list->Begin().Text("Elastic Modulus").ThenReal(run->ElasticModulus).End();
+    run->list->Begin().Text("Poisson Ratio").ThenReal(run->PoissonRatio).End();
+    Checkpoint();
+    Read_Mesh(*run->deck, run->a, run->counts.plates, run->counts.stiffeners,
+              run->counts.points);
+    Checkpoint();
+    Write_Mesh_Tables(*run);
+
+    Stage_One(*run);
+    Buckling_Stage(*run);
+
+    Close_Files(*run, false);
+    gLastOutcome = AnalysisCancel == -1 ? RunOutcome::Cancelled : RunOutcome::Completed;
+    Report_Progress(AnalysisCancel == -1 ? "Process Interrupted..." : "Buckling Analysis Completes...");
+    return;
+  } catch (const RunCancelled&) {
+    Close_Files(*run, true);
+    gLastOutcome = RunOutcome::Cancelled;
+    Report_Progress("Process Interrupted...");
+    return;
+  } catch (const RunBandOverflow&) {
+    Close_Files(*run, true);
+    gLastOutcome = RunOutcome::BandOverflow;
+    return;
+  } catch (const Fault& f) {
+    Close_Files(*run, true);
+    if (f.number() == errDivByZero) return Fail("Error: Divide by Zero!", "Error: Divide by Zero!");
+    if (f.number() == errOverflow) return Fail("Error: Overflow!", "Error: Overflow!");
+  } catch (const std::exception&) {
+    Close_Files(*run, true);
+  }
+  Fail("Error!", "Error!...");
+}
+
+} // namespace velk

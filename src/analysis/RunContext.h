@@ -1,0 +1,64 @@
+#pragma once
+// What one run of the analysis holds from its start to its end: the open deck
+// and listing, the options copied at the start, the arrays sized from the
+// model, and the two band matrices shared by both stages. Internal to the
+// analysis; the public face is EigenCalculation.h.
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+
+#include "analysis/BandMatrix.h"
+#include "analysis/Deck.h"
+#include "analysis/ElementMatrix.h"
+#include "analysis/Listing.h"
+#include "analysis/PlateMembrane.h"
+#include "analysis/RunArrays.h"
+#include "analysis/StiffenerMembrane.h"
+
+namespace velk {
+
+struct RunContext {
+  std::optional<DeckReader> deck;
+  std::unique_ptr<Listing> list;
+  DeckCounts counts;
+
+  double ElasticModulus = 0.0;
+  double PoissonRatio = 0.0;
+  Integer PrintLevel = 1;
+  Integer TorsionStiffFlag = 0;
+  Integer ShearFlag = 0;
+
+  Integer R = 0; // rows: 3 x the analysis points of the model
+  Integer B = 0; // band columns: 3 x (nodes per grid column + 2)
+  RunArrays a;
+  Array1<Corners4> plateX, plateY; // corner coordinates of each plate
+  Array1<Ends2> stiffX, stiffY;    // end coordinates of each stiffener
+  Array1<double> F, Iterate;
+  BandMatrix K, Kg;
+  ElementMatrix Ke, KgE;
+  int bw = 0;
+
+  // The sections marked as detail, written while PrintLevel is below 2.
+  bool Detail() const { return PrintLevel < 2; }
+};
+
+// A checkpoint found the cancel flag: the run goes to its end step.
+struct RunCancelled {};
+// The band storage overflowed: lines and message are out, the run ends at once.
+struct RunBandOverflow {};
+
+// Yields to the host; on cancel reports "Ready..." and throws RunCancelled.
+void Checkpoint();
+
+// Adds an element matrix at the given freedoms. On a band overflow it writes
+// the three lines to the listing, shows the message, sets DimensionExceeded
+// and throws RunBandOverflow.
+void Assemble(RunContext& run, const ElementMatrix& Ke, BandMatrix& M,
+              std::span<const std::int16_t> dofs);
+
+// Stage two, up to and including the eigenvalue iteration and the end mark of
+// the listing. Returns normally also when the iteration was cancelled.
+void Buckling_Stage(RunContext& run);
+
+} // namespace velk

@@ -1,0 +1,68 @@
+#include "analysis/frmEigen.h"
+
+#include "analysis/Deck.h"
+#include "analysis/EigenCalculation.h"
+#include "common/Host.h"
+#include "common/TextRules.h"
+#include "model/VELKMain.h"
+
+namespace velk {
+
+void frmEigen::SetIdle(bool idle) {
+  cmdApplyEnabled = idle;
+  cmdCancelEnabled = !idle;
+  cmdCloseEnabled = idle;
+}
+
+void frmEigen::Form_Load() {
+  try {
+    const Analysis& a = gAnalysis();
+    txtTitle = a.Title;
+    txtDiscription = a.Discription;
+    txtRunNumber = a.RunID;
+    txtEstimation = SingleToText(a.EigenValueEstimation);
+    processreport = "Ready...";
+  } catch (const std::exception&) {
+    MsgBox("Error...");
+  }
+}
+
+void frmEigen::cmdApply_Click() {
+  if (!IsNumeric(txtEstimation)) {
+    MsgBox("Input Data Error : Numbers!");
+    return;
+  }
+  // The run's progress texts go to this dialog's status line while it runs.
+  struct SinkGuard {
+    explicit SinkGuard(frmEigen& f) {
+      analysisHooks().ProgressSink = [&f](const std::string& t) { f.processreport = t; };
+    }
+    ~SinkGuard() { analysisHooks().ProgressSink = nullptr; }
+  };
+  try {
+    Analysis& a = gAnalysis();
+    const Single estimate = TextToSingle(txtEstimation);
+    // The text fields hold no more than their limits.
+    a.Title = txtTitle.substr(0, kTitleLimit);
+    a.Discription = txtDiscription.substr(0, kDiscriptionLimit);
+    a.RunID = txtRunNumber;
+    a.EigenValueEstimation = estimate;
+    if (gMesh().Nodes().Count() < 4 || Write_Deck() == 0) {
+      MsgBox("Error...");
+      SetIdle(true);
+      return;
+    }
+    SinkGuard sink(*this);
+    SetIdle(false);
+    Run_Analysis();
+    SetIdle(true);
+    processreport = "Ready...";
+  } catch (const std::exception&) {
+    MsgBox("Error...");
+    SetIdle(true);
+  }
+}
+
+void frmEigen::cmdCancel_Click() { AnalysisCancel = -1; }
+
+} // namespace velk

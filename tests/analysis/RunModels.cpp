@@ -1,0 +1,81 @@
+#include "RunModels.h"
+
+#include <stdexcept>
+
+#include "mesh/frmBeamShape.h"
+
+namespace velk::test {
+
+void Generate_Web(int nx, int ny, const std::string& length, const std::string& depth,
+                  const std::string& thickness, const std::string& moe, const std::string& pr) {
+  frmBeamShape f;
+  f.Form_Activate();
+  f.txtBL = length;
+  f.txtBWH = f.txtBWHE = depth;
+  f.txtBWT = f.txtBWTE = thickness;
+  f.txtBTFW = f.txtBTFT = f.txtBBFW = f.txtBBFT = "0";
+  f.txtBTFWE = f.txtBTFTE = f.txtBBFWE = f.txtBBFTE = "0";
+  f.txtOffset = "0";
+  f.txtMOE = moe;
+  f.txtPR = pr;
+  f.txtNumXElements = std::to_string(nx);
+  f.txtNumYElements = std::to_string(ny);
+  f.cmdGenerate_Click();
+  if (!f.Unloaded) throw std::runtime_error("the generator refused the web");
+}
+
+Nodeb& GridNode(int ix, int iy) {
+  Nodes& nodes = gMesh().Nodes();
+  return *nodes.Item(static_cast<long>(ix) * nodes.NumberNodesY() + iy + 1);
+}
+
+void Simply_Supported_Plate(int n) {
+  Generate_Web(n, n, "10", "10", "0.1");
+  for (int i = 0; i <= n; ++i) {
+    GridNode(0, i).SetXTDir(1);
+    for (Nodeb* edge : {&GridNode(0, i), &GridNode(n, i), &GridNode(i, 0), &GridNode(i, n)})
+      edge->SetZTDir(1);
+    GridNode(n, i).XLoad = static_cast<Single>(-10.0 / n * (i == 0 || i == n ? 0.5 : 1.0));
+  }
+  GridNode(0, 0).SetYTDir(1);
+  for (const auto& node : gMesh().Nodes()) node->UpdatePropertyDefined();
+}
+
+void Stiffened_Plate(int n) {
+  Simply_Supported_Plate(n);
+  twoNodes& bars = gMesh().twoNodes();
+  for (const auto& bar : bars) {
+    if (bar->Node1->ycoord != 5.0f || bar->Node2->ycoord != 5.0f) continue;
+    bar->Thickness = 0.1f;
+    bar->width = 1.0f;
+    bar->UpdatePropertyDefined();
+  }
+  bars.GeneratevID();
+  gMesh().Nodes().GeneratevID();
+}
+
+void Girder_In_Bending() {
+  frmBeamShape f;
+  f.Form_Activate(); // the defaults: 120 long, flanges 12 x 0.5, web 16 x 0.5
+  f.txtNumXElements = "14";
+  f.txtNumYElements = "3";
+  f.cmdGenerate_Click();
+  if (!f.Unloaded) throw std::runtime_error("the generator refused the girder");
+  const int nx = 14, ny = 3;
+  GridNode(0, 0).SetXTDir(1);
+  GridNode(0, 0).SetYTDir(1);
+  GridNode(nx, 0).SetYTDir(1);
+  for (int i = 0; i <= ny; ++i) {
+    GridNode(0, i).SetZTDir(1);
+    GridNode(nx, i).SetZTDir(1);
+  }
+  // A unit moment at each end: flange forces of 1 / depth.
+  const Single force = 1.0f / 16.5f;
+  GridNode(0, ny).XLoad = force;
+  GridNode(0, 0).XLoad = -force;
+  GridNode(nx, ny).XLoad = -force;
+  GridNode(nx, 0).XLoad = force;
+  for (const auto& node : gMesh().Nodes()) node->UpdatePropertyDefined();
+}
+
+} // namespace velk::test

@@ -1,0 +1,33 @@
+#pragma once
+// Models for the run tests, built as a user would: the girder dialog for the
+// grid, then restraints, springs and loads put on the nodes.
+#include <string>
+
+#include "model/VELKMain.h"
+
+namespace velk::test {
+
+// A flat rectangular web of nx by ny elements, no flanges, E and nu as given.
+void Generate_Web(int nx, int ny, const std::string& length, const std::string& depth,
+                  const std::string& thickness, const std::string& moe = "1000",
+                  const std::string& pr = "0.3");
+
+// The node at column ix (0..nx) and row iy (0..ny) of a generated grid.
+Nodeb& GridNode(int ix, int iy);
+
+// The side-10 square plate, t 0.1, E 1000, nu 0.3, on n x n elements: u fixed
+// along x = 0, v at the origin, w along all four sides, a unit load per length
+// in -X on x = 10 (half shares at the two end nodes).
+void Simply_Supported_Plate(int n);
+
+// The same plate with a line of stiffeners along y = 5 (one per element,
+// thickness 0.1, width 1); n must be even.
+void Stiffened_Plate(int n);
+
+// A girder of the default section (flanges 12 x 0.5, web 16 x 0.5, length 120,
+// E 29000) on 14 x 3 elements, held in-plane at its two bottom corners, braced
+// out of plane at both ends, under equal and opposite end moments made of
+// flange forces: the top flange in compression.
+void Girder_In_Bending();
+
+} // namespace velk::test
