@@ -1,0 +1,219 @@
+// The deck: what the writer puts out for a model, byte for byte, and how the
+// reader generates points and elements from run records.
+#include <gtest/gtest.h>
+
+#include "TestSession.h"
+#include "analysis/Deck.h"
+#include "common/Fault.h"
+#include "model/VELKMain.h"
+
+namespace velk::test {
+namespace {
+
+class DeckTest : public SessionTest {
+protected:
+  // One plate on the corners (0,0), (10,0), (10,10), (0,10), t 0.5, with the
+  // default material and run identity.
+  void OnePlate() {
+    Mesh& m = gMesh();
+    const float xy[4][2] = {{0, 0}, {10, 0}, {10, 10}, {0, 10}};
+    for (int i = 0; i < 4; ++i) m.Nodes().Add(xy[i][0], xy[i][1], i + 1, std::to_string(i + 1));
+    m.Nodes().SetNumberNodesX(2);
+    m.Nodes().SetNumberNodesY(2);
+    auto p = m.fourNodes().Add(Node(1), Node(2), Node(3), Node(4), 1, "1");
+    p->Thickness = 0.5f;
+    p->UpdatePropertyDefined();
+    Renumber();
+  }
+  std::shared_ptr<Nodeb> Node(int i) { return gMesh().Nodes().Item(i); }
+  void Renumber() {
+    gMesh().twoNodes().GeneratevID();
+    gMesh().fourNodes().GeneratevID();
+    gMesh().Nodes().GeneratevID();
+  }
+  std::vector<std::string> DeckLines() {
+    EXPECT_EQ(Write_Deck(), 1);
+    return Lines(ReadFile(session().gTempInFile));
+  }
+};
+
+TEST_F(DeckTest, OnePlateDeckIsWrittenRecordForRecord) {
+  OnePlate();
+  Node(2)->XLoad = -5;
+  Node(1)->SetXTDir(1);
+  Node(1)->SetYTDir(1);
+  Node(4)->SetXTDir(1);
+  for (int i = 1; i <= 4; ++i) Node(i)->SetZTDir(1);
+
+  ASSERT_EQ(Write_Deck(), 1);
+  EXPECT_EQ(session().gTempInFile, Scratch("velktempin.vlk"));
+  EXPECT_EQ(session().gTempOutFile, Scratch("velktempout.vlk"));
+  const std::string expected = "\"No Title\"\r\n"
+                               "\"No Discription\",\"0\"\r\n"
+                               "1,0,4,1,2,0,4,0\r\n"
+                               "29000,.3\r\n"
+                               "1,1,1,0,0,0,0\r\n"
+                               "2,2,1,10,0,10,0\r\n"
+                               "3,3,1,10,10,10,10\r\n"
+                               "4,4,1,0,10,0,10\r\n"
+                               "1,1,1,1,1,2,3,4\r\n"
+                               "1,1,1,.5\r\n"
+                               "2,2,1,-5,0\r\n"
+                               "1,1,1,-1,-1,0,0\r\n"
+                               "4,4,1,-1,0,0,0\r\n"
+                               "1,1,1,-1,0,0\r\n"
+                               "2,2,1,-1,0,0\r\n"
+                               "3,3,1,-1,0,0\r\n"
+                               "4,4,1,-1,0,0\r\n";
+  EXPECT_EQ(ReadFile(session().gTempInFile), expected);
+}
+
+TEST_F(DeckTest, NodalBlocksTakeValuesAboveTheToleranceOnly) {
+  OnePlate();
+  Node(1)->XLoad = 0.000005f; // under the tolerance, alone: no record
+  Node(2)->XLoad = 0.000005f; // under, but the other value puts the node in
+  Node(2)->YLoad = 2;
+  Node(3)->xtstiff = 0.00001f; // exactly the tolerance: not above it
+  Node(4)->YRStiff = 3;
+  Node(4)->XTDirValue = 7; // a value without its flag is no restraint
+  auto lines = DeckLines();
+  ASSERT_EQ(lines.size(), 12u);
+  EXPECT_EQ(lines[2], "1,0,4,1,0,0,0,1");
+  EXPECT_EQ(lines[10], "2,2,1,5E-06,2");
+  EXPECT_EQ(lines[11], "4,4,1,0,0,3");
+}
+
+TEST_F(DeckTest, ObjectsOutsideTheStructureHaveNoRecord) {
+  OnePlate();
+  // A fifth node, loaded and held but on no element, and an undefined plate
+  // and stiffener between it and the others.
+  Mesh& m = gMesh();
+  auto loose = m.Nodes().Add(20, 0, 5, "5");
+  loose->XLoad = 3;
+  loose->SetZTDir(1);
+  m.fourNodes().Add(Node(2), loose, Node(5), Node(3), 2, "2");
+  auto bar = m.twoNodes().Add(Node(1), Node(2), 1, "1");
+  bar->Thickness = 0.5f; // no width: not defined
+  bar->UpdatePropertyDefined();
+  Renumber();
+  auto lines = DeckLines();
+  EXPECT_EQ(lines[2], "1,0,4,0,0,0,0,0");
+  EXPECT_EQ(lines.size(), 10u); // title to plate thickness, nothing nodal
+  EXPECT_EQ(lines.back(), "1,1,1,.5");
+
+  // The stiffener once defined: its blocks stand between the plate's.
+  bar->width = 2;
+  bar->UpdatePropertyDefined();
+  Renumber();
+  lines = DeckLines();
+  ASSERT_EQ(lines.size(), 12u);
+  EXPECT_EQ(lines[2], "1,1,4,0,0,0,0,0");
+  EXPECT_EQ(lines[9], "1,1,1,1,1,2");
+  EXPECT_EQ(lines[10], "1,1,1,.5");
+  EXPECT_EQ(lines[11], "1,1,1,.5,2");
+}
+
+TEST_F(DeckTest, UnwritableFolderGivesZero) {
+  OnePlate();
+  SetTemporaryFolder(Scratch("no/such/folder"));
+  EXPECT_EQ(Write_Deck(), 0);
+  SetTemporaryFolder("");
+}
+
+RunArrays Sized(long rows, long plates, long stiffeners) {
+  RunArrays a;
+  a.Size(rows, plates, stiffeners);
+  return a;
+}
+
+TEST(DeckReaderTest, RunRecordsGeneratePointsAndElements) {
+  // Points: a run of three, then two runs of one whose last is repaired.
+  // Plates: a run of three; stiffeners: two runs with repaired steps.
+  DeckReader deck("5,9,2,0,0,10,20\r\n"
+                  "1,0,0,1,1,-1,-1\r\n"
+                  "2,-3,-1,4,4,8,8\r\n"
+                  "1,3,2,1,1,2,5,4\r\n"
+                  "2,0,0,0,3,4\r\n"
+                  "1,1,1,1,1,2\r\n"
+                  "3,1,-1,.25\r\n"
+                  "1,0,0,.5,4\r\n"
+                  "2,2,1,1E-01,2\r\n");
+  RunArrays a = Sized(12, 3, 2);
+  Read_Mesh(deck, a, 3, 2, 5);
+  EXPECT_EQ(a.X[5], 0);
+  EXPECT_EQ(a.X[7], 5);
+  EXPECT_EQ(a.Y[7], 10);
+  EXPECT_EQ(a.X[9], 10);
+  EXPECT_EQ(a.Y[9], 20);
+  EXPECT_EQ(a.X[1], 1);
+  EXPECT_EQ(a.X[2], 4); // X1, not X2: a run of one takes the first point
+  const int expected[3][4] = {{1, 2, 5, 4}, {3, 4, 7, 6}, {5, 6, 9, 8}};
+  for (int e = 1; e <= 3; ++e)
+    for (int k = 1; k <= 4; ++k) EXPECT_EQ(a.plateConn(k, e), expected[e - 1][k - 1]);
+  EXPECT_EQ(a.stiffConn(1, 2), 3);
+  EXPECT_EQ(a.stiffConn(2, 2), 4);
+  EXPECT_EQ(a.stiffConn(1, 1), 1);
+  // A negative step walks down: 3, 2, 1.
+  for (int e = 1; e <= 3; ++e) EXPECT_EQ(a.plateThick[e], 0.25);
+  EXPECT_EQ(a.stiffThick[1], 0.5);
+  EXPECT_EQ(a.stiffWidth[1], 4);
+  EXPECT_DOUBLE_EQ(a.stiffThick[2], 0.1);
+}
+
+TEST(DeckReaderTest, NodalRunRepairs) {
+  DeckReader deck("4,1,-3\r\n2,9,0\r\n");
+  const RunRecord r1 = Read_Run(deck, RunRepair::Nodal);
+  EXPECT_EQ(r1.last, 4);
+  EXPECT_EQ(r1.step, 1);
+  const RunRecord r2 = Read_Run(deck, RunRepair::Nodal);
+  std::vector<int> walked;
+  For_Run(r2, [&](Integer n, Integer) { walked.push_back(n); });
+  EXPECT_EQ(walked, (std::vector<int>{2, 3, 4, 5, 6, 7, 8, 9}));
+}
+
+int FaultOf(const std::function<void()>& f) {
+  try {
+    f();
+  } catch (const Fault& e) {
+    return e.number();
+  }
+  return 0;
+}
+
+TEST(DeckReaderTest, BadDecksFailWithTheirKinds) {
+  // A number beyond 16 bits is an overflow; a short deck runs past its end; a
+  // node beyond the arrays is out of range; text where a number belongs is a
+  // type mismatch.
+  EXPECT_EQ(FaultOf([] {
+              DeckReader d("1,40000,1,0,0,0,0\r\n");
+              RunArrays a = Sized(3, 1, 1);
+              Read_Mesh(d, a, 0, 0, 1);
+            }),
+            errOverflow);
+  EXPECT_EQ(FaultOf([] {
+              DeckReader d("1,1,1,0,0,0,0\r\n");
+              RunArrays a = Sized(6, 1, 1);
+              Read_Mesh(d, a, 0, 0, 2);
+            }),
+            errInputPastEnd);
+  EXPECT_EQ(FaultOf([] {
+              DeckReader d("7,7,1,0,0,0,0\r\n");
+              RunArrays a = Sized(6, 1, 1);
+              Read_Mesh(d, a, 0, 0, 1);
+            }),
+            errSubscript);
+  EXPECT_EQ(FaultOf([] {
+              DeckReader d("1,1,1,\"x\",0,0,0\r\n");
+              RunArrays a = Sized(6, 1, 1);
+              Read_Mesh(d, a, 0, 0, 1);
+            }),
+            errTypeMismatch);
+  // The run counter steps past 32767 after its last point.
+  EXPECT_EQ(FaultOf([] {
+              For_Run(RunRecord{32766, 32767, 1}, [](Integer, Integer) {});
+            }),
+            errOverflow);
+}
+
+} // namespace
+} // namespace velk::test
