@@ -6,7 +6,11 @@
 #include "TestSession.h"
 #include "analysis/Deck.h"
 #include "analysis/EigenCalculation.h"
+#include "analysis/frmEigen.h"
 #include "common/TextRules.h"
+
+#include <algorithm>
+#include <cmath>
 
 namespace velk::test {
 namespace {
@@ -18,6 +22,43 @@ protected:
     EXPECT_EQ(Write_Deck(), 1);
     Run_Analysis();
     return gAnalysis().EigenValue;
+  }
+  std::vector<std::string> Listing() { return Lines(ReadFile(session().gTempOutFile)); }
+  static bool Has(const std::vector<std::string>& lines, const std::string& line) {
+    return std::find(lines.begin(), lines.end(), line) != lines.end();
+  }
+  // The rows under a section title, up to the next title.
+  static std::vector<std::string> Section(const std::vector<std::string>& lines,
+                                          const std::string& title) {
+    auto at = std::find(lines.begin(), lines.end(), title);
+    std::vector<std::string> rows;
+    if (at == lines.end()) return rows;
+    for (++at; at != lines.end() && !at->starts_with("["); ++at) rows.push_back(*at);
+    return rows;
+  }
+  // A straight line of n flat bars along X, 10 long, held as a pin-ended column
+  // under an end load of -1 along X.
+  void Column(int n) {
+    Mesh& m = gMesh();
+    for (int i = 0; i <= n; ++i)
+      m.Nodes().Add(static_cast<Single>(10.0 * i / n), 0, i + 1, std::to_string(i + 1));
+    m.Nodes().SetNumberNodesX(static_cast<Integer>(n + 1));
+    m.Nodes().SetNumberNodesY(1);
+    for (int i = 1; i <= n; ++i) {
+      auto bar = m.twoNodes().Add(m.Nodes().Item(i), m.Nodes().Item(i + 1), i, std::to_string(i));
+      bar->Thickness = 0.1f;
+      bar->width = 1;
+      bar->UpdatePropertyDefined();
+    }
+    for (const auto& node : m.Nodes()) node->SetYTDir(1);
+    m.Nodes().Item(1)->SetXTDir(1);
+    m.Nodes().Item(1)->SetXRDir(1);
+    m.Nodes().Item(1)->SetZTDir(1);
+    m.Nodes().Item(n + 1)->SetZTDir(1);
+    m.Nodes().Item(n + 1)->XLoad = -1;
+    m.twoNodes().GeneratevID();
+    m.fourNodes().GeneratevID();
+    m.Nodes().GeneratevID();
   }
 };
 
@@ -33,6 +74,107 @@ TEST_F(RunTest, SimplySupportedPlateConvergesTowardsTheClassicCoefficient) {
     ASSERT_FALSE(host.messages.empty());
     EXPECT_EQ(host.messages.back().text, "Eigenvalue of " + Format(lambda, "0.0000E+00"));
   }
+}
+
+TEST_F(RunTest, StiffenerLineRaisesThePlateAndTheOptionsActWhereExpected) {
+  Stiffened_Plate(6);
+  EXPECT_NEAR(Run(), 0.1695, 0.00005);
+  gAnalysis().ISHEAR = vbTrue;
+  EXPECT_NEAR(Run(), 0.1683, 0.00005);
+  gAnalysis().IGSTF = vbTrue; // the mode does not twist the line
+  EXPECT_NEAR(Run(), 0.1683, 0.00005);
+  const auto listing = Listing();
+  EXPECT_TRUE(Has(listing, "Option: Torsional Geometric Stiff Option is Used"));
+  EXPECT_TRUE(Has(listing, "Option: Approximate Shear Distortion Option is Used"));
+  // Stiffener stresses: the line carries the plate's compression.
+  for (const auto& bar : gMesh().twoNodes())
+    if (bar->vID != 0) EXPECT_LT(bar->Stress, -0.5f);
+}
+
+TEST_F(RunTest, ResultsGoIntoTheModel) {
+  Simply_Supported_Plate(4);
+  Run();
+  // The loaded side moves in -X, the held side stays; the node stresses are
+  // the plate's uniform compression of 1 / t = 10.
+  EXPECT_EQ(GridNode(0, 2).InPDispX, 0.0f);
+  EXPECT_LT(GridNode(4, 2).InPDispX, 0.0f);
+  for (const auto& node : gMesh().Nodes()) {
+    EXPECT_NEAR(node->Sx, -10.0, 1e-3);
+    EXPECT_NEAR(node->Sy, 0.0, 1e-3);
+    EXPECT_NEAR(node->Mises, 10.0, 1e-3);
+  }
+  EXPECT_EQ(GridNode(0, 0).NCP, 1);
+  EXPECT_EQ(GridNode(2, 2).NCP, 4);
+  EXPECT_EQ(GridNode(2, 0).NCP, 2);
+  // The mode: one half-wave each way, w largest at the centre, edges still.
+  EXPECT_EQ(GridNode(0, 2).zcoord, 0.0f);
+  float largest = 0;
+  for (const auto& node : gMesh().Nodes()) largest = std::max(largest, std::fabs(node->zcoord));
+  EXPECT_EQ(std::fabs(GridNode(2, 2).zcoord), largest);
+  EXPECT_GT(largest, 0.5f);
+  EXPECT_EQ(host.progress.back(), "Buckling Analysis Completes...");
+}
+
+TEST_F(RunTest, ColumnOfStiffenersBucklesLikeEuler) {
+  Column(16);
+  const double lambda = Run();
+  const double EI = 1.0 * 1.0 * 1.0 * 29000 * 0.1 / 12; // width^3 E t / 12
+  const double euler = 3.14159265358979 * 3.14159265358979 * EI / 100;
+  EXPECT_NEAR(lambda / euler, 1.0, 0.01);
+  const auto listing = Listing();
+  EXPECT_FALSE(Has(listing, "[Plate Element Info]"));
+  EXPECT_FALSE(Has(listing, "[Stress: Plate Element]"));
+  EXPECT_TRUE(Has(listing, "[Beam Element Info]"));
+  EXPECT_EQ(Section(listing, "[Stress: Beam Element]").size(), 17u);
+  EXPECT_EQ(gMesh().twoNodes().Item(3)->Stress, -10.0f); // 1 / (0.1 x 1)
+  EXPECT_EQ(listing.back(), "[Output Ends]");
+}
+
+TEST_F(RunTest, PlatesOnlyListingHasNoBeamSections) {
+  Simply_Supported_Plate(4);
+  Run();
+  const auto listing = Listing();
+  EXPECT_FALSE(Has(listing, "[Beam Element Info]"));
+  EXPECT_FALSE(Has(listing, "[Stress: Beam Element]"));
+  EXPECT_EQ(Section(listing, "[Stress: Plate Element]").size(), 1u + 16 * 4);
+  EXPECT_EQ(listing.back(), "[Output Ends]");
+}
+
+TEST_F(RunTest, ListingHeadAndTables) {
+  Simply_Supported_Plate(4);
+  gAnalysis().Title = "Plate";
+  const double lambda = Run();
+  const auto l = Listing();
+  ASSERT_GT(l.size(), 20u);
+  EXPECT_EQ(l[0], "[Output Starts]");
+  EXPECT_EQ(l[1], "Title:Plate");
+  EXPECT_EQ(l[2], "Problem Discription:No Discription");
+  EXPECT_EQ(l[3], "Run ID:0");
+  EXPECT_EQ(l[4], "Num. of Plate Elements" + std::string(27, ' ') + " 16 ");
+  EXPECT_EQ(l[7], "Num. of Loaded Points  " + std::string(26, ' ') + " 5 ");
+  EXPECT_EQ(l[11], "Num. of Elastic Springs(Out-of-plane)" + std::string(12, ' ') + " 0 ");
+  EXPECT_EQ(l[12], "Elastic Modulus 1000 ");
+  EXPECT_EQ(l[13], "Poisson Ratio .3 ");
+  EXPECT_EQ(l[14], "[Nodal Info]");
+  EXPECT_EQ(l[15], "Node          X-Coord.      Y-Coord.");
+  EXPECT_EQ(l[16], " 1             0             0 ");
+  EXPECT_EQ(l[17], " 2             0             2.5 ");
+  const auto plates = Section(l, "[Plate Element Info]");
+  EXPECT_EQ(plates[0], "Number        Node1         Node2          Node3        Node4         Thickness");
+  EXPECT_EQ(plates[1], " 1             1             6             7             2             .1 ");
+  const auto loads = Section(l, "[Loads]");
+  ASSERT_EQ(loads.size(), 6u);
+  EXPECT_EQ(loads[1], " 21           -1.25          0 ");
+  const auto displacements = Section(l, "[Displacement: In-Plane]");
+  EXPECT_EQ(displacements[1], " 1            0.00E+00      0.00E+00");
+  const auto options = Section(l, "[Input Analysis Option]");
+  EXPECT_EQ(options[0], "Maximum Shift Maximum Cycle Shift Factor  Estimation");
+  EXPECT_EQ(options[1], " 3             8            8.00E-01      0.00E+00");
+  const auto mode = Section(l, "[Output Normalized Mode Shape]");
+  ASSERT_EQ(mode.size(), 26u);
+  // A corner: w held, the rotations free; w in the finer picture.
+  EXPECT_TRUE(mode[1].starts_with(" 1            0.0000E+00    ")) << mode[1];
+  EXPECT_EQ(l[l.size() - 2], "[EigenValue:" + Format(lambda, "0.0000E+00") + "]");
 }
 
 } // namespace
