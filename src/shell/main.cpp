@@ -1,16 +1,17 @@
-// The desktop program's entry: a main window with the program's caption.
+// Main: shows the main window and sets its caption.
 #include "common/ProgramFolder.h"
 #include "model/VELKMain.h"
+#include "shell/QtHost.h"
+#include "shell/frmMenu.h"
 
 #include <QApplication>
-#include <QLabel>
-#include <QMainWindow>
 #include <QSurfaceFormat>
 
 int main(int argc, char** argv) {
   // Fixed-function GL wants a compatibility profile; set before the first widget.
   QSurfaceFormat fmt;
   fmt.setProfile(QSurfaceFormat::CompatibilityProfile);
+  fmt.setVersion(2, 1);
   fmt.setDepthBufferSize(24);
   fmt.setSwapBehavior(QSurfaceFormat::DoubleBuffer);
   fmt.setSamples(0);
@@ -18,13 +19,13 @@ int main(int argc, char** argv) {
 
   QApplication app(argc, argv);
   velk::SetProgramFolder(QCoreApplication::applicationDirPath().toStdString());
-  QMainWindow w;
-  velk::hooks().CaptionChanged = [&w](const std::string& c) {
-    w.setWindowTitle(QString::fromStdString(c));
-  };
-  w.setCentralWidget(new QLabel("Beam > Geometry comes with the next release of the shell."));
-  w.resize(639, 465);
-  w.show();
-  velk::SetCaption(velk::session().Caption);
-  return app.exec();
+  velk::QtHost host;
+  velk::InstallHost(&host);
+  velk::frmMenu menu;
+  host.SetParent(&menu);
+  menu.show();
+  velk::SetCaption("VELK V1.4.0: No Title");
+  int rc = app.exec();
+  velk::InstallHost(nullptr);
+  return rc;
 }

@@ -63,7 +63,87 @@ void Rotate(Matrix4& m, double angleDeg, double x, double y, double z) {
   MultRight(m, r);
 }
 
+Matrix4 Multiply(const Matrix4& a, const Matrix4& b) {
+  Matrix4 m = a;
+  MultRight(m, b);
+  return m;
+}
+
+// Inverse of a 4x4 matrix by cofactors; false when singular.
+bool Invert(const Matrix4& m, Matrix4& inv) {
+  Matrix4 r;
+  r[0] = m[5] * m[10] * m[15] - m[5] * m[11] * m[14] - m[9] * m[6] * m[15] + m[9] * m[7] * m[14] +
+         m[13] * m[6] * m[11] - m[13] * m[7] * m[10];
+  r[4] = -m[4] * m[10] * m[15] + m[4] * m[11] * m[14] + m[8] * m[6] * m[15] - m[8] * m[7] * m[14] -
+         m[12] * m[6] * m[11] + m[12] * m[7] * m[10];
+  r[8] = m[4] * m[9] * m[15] - m[4] * m[11] * m[13] - m[8] * m[5] * m[15] + m[8] * m[7] * m[13] +
+         m[12] * m[5] * m[11] - m[12] * m[7] * m[9];
+  r[12] = -m[4] * m[9] * m[14] + m[4] * m[10] * m[13] + m[8] * m[5] * m[14] - m[8] * m[6] * m[13] -
+          m[12] * m[5] * m[10] + m[12] * m[6] * m[9];
+  r[1] = -m[1] * m[10] * m[15] + m[1] * m[11] * m[14] + m[9] * m[2] * m[15] - m[9] * m[3] * m[14] -
+         m[13] * m[2] * m[11] + m[13] * m[3] * m[10];
+  r[5] = m[0] * m[10] * m[15] - m[0] * m[11] * m[14] - m[8] * m[2] * m[15] + m[8] * m[3] * m[14] +
+         m[12] * m[2] * m[11] - m[12] * m[3] * m[10];
+  r[9] = -m[0] * m[9] * m[15] + m[0] * m[11] * m[13] + m[8] * m[1] * m[15] - m[8] * m[3] * m[13] -
+         m[12] * m[1] * m[11] + m[12] * m[3] * m[9];
+  r[13] = m[0] * m[9] * m[14] - m[0] * m[10] * m[13] - m[8] * m[1] * m[14] + m[8] * m[2] * m[13] +
+          m[12] * m[1] * m[10] - m[12] * m[2] * m[9];
+  r[2] = m[1] * m[6] * m[15] - m[1] * m[7] * m[14] - m[5] * m[2] * m[15] + m[5] * m[3] * m[14] +
+         m[13] * m[2] * m[7] - m[13] * m[3] * m[6];
+  r[6] = -m[0] * m[6] * m[15] + m[0] * m[7] * m[14] + m[4] * m[2] * m[15] - m[4] * m[3] * m[14] -
+         m[12] * m[2] * m[7] + m[12] * m[3] * m[6];
+  r[10] = m[0] * m[5] * m[15] - m[0] * m[7] * m[13] - m[4] * m[1] * m[15] + m[4] * m[3] * m[13] +
+          m[12] * m[1] * m[7] - m[12] * m[3] * m[5];
+  r[14] = -m[0] * m[5] * m[14] + m[0] * m[6] * m[13] + m[4] * m[1] * m[14] - m[4] * m[2] * m[13] -
+          m[12] * m[1] * m[6] + m[12] * m[2] * m[5];
+  r[3] = -m[1] * m[6] * m[11] + m[1] * m[7] * m[10] + m[5] * m[2] * m[11] - m[5] * m[3] * m[10] -
+         m[9] * m[2] * m[7] + m[9] * m[3] * m[6];
+  r[7] = m[0] * m[6] * m[11] - m[0] * m[7] * m[10] - m[4] * m[2] * m[11] + m[4] * m[3] * m[10] +
+         m[8] * m[2] * m[7] - m[8] * m[3] * m[6];
+  r[11] = -m[0] * m[5] * m[11] + m[0] * m[7] * m[9] + m[4] * m[1] * m[11] - m[4] * m[3] * m[9] -
+          m[8] * m[1] * m[7] + m[8] * m[3] * m[5];
+  r[15] = m[0] * m[5] * m[10] - m[0] * m[6] * m[9] - m[4] * m[1] * m[10] + m[4] * m[2] * m[9] +
+          m[8] * m[1] * m[6] - m[8] * m[2] * m[5];
+  double det = m[0] * r[0] + m[1] * r[4] + m[2] * r[8] + m[3] * r[12];
+  if (det == 0) return false;
+  for (int i = 0; i < 16; ++i) inv[i] = r[i] / det;
+  return true;
+}
+
 } // namespace
+
+int View::WindowY(double Y) const {
+  return static_cast<int>(std::lround(FrameViewport[3] - Y + 1));
+}
+
+bool View::ScreenToModel(double X, double Y, float depth, double& ox, double& oy,
+                         double& oz) const {
+  if (depth >= 0.9f || depth <= 0.1f) return false;
+  Matrix4 inv;
+  if (!Invert(Multiply(FrameProjection, FrameModelView), inv)) return false;
+  const double in[4] = {(X - FrameViewport[0]) / FrameViewport[2] * 2 - 1,
+                        (WindowY(Y) - FrameViewport[1]) / double(FrameViewport[3]) * 2 - 1,
+                        2.0 * depth - 1, 1};
+  double out[4];
+  for (int r = 0; r < 4; ++r)
+    out[r] = inv[r] * in[0] + inv[4 + r] * in[1] + inv[8 + r] * in[2] + inv[12 + r] * in[3];
+  if (out[3] == 0) return false;
+  ox = out[0] / out[3];
+  oy = out[1] / out[3];
+  oz = out[2] / out[3];
+  return true;
+}
+
+bool View::ModelToScreen(double x, double y, double z, double& wx, double& wy, double& wz) const {
+  const Matrix4 m = Multiply(FrameProjection, FrameModelView);
+  double out[4];
+  for (int r = 0; r < 4; ++r) out[r] = m[r] * x + m[4 + r] * y + m[8 + r] * z + m[12 + r];
+  if (out[3] == 0) return false;
+  wx = FrameViewport[0] + FrameViewport[2] * (out[0] / out[3] + 1) / 2;
+  wy = FrameViewport[1] + FrameViewport[3] * (out[1] / out[3] + 1) / 2;
+  wz = (out[2] / out[3] + 1) / 2;
+  return true;
+}
 
 View::View() {
   // The state of Initialization, then the option defaults, then a frame.
@@ -78,6 +158,8 @@ View::View() {
   VClipTo = static_cast<Single>(SLimitY1);
   Draw_ModelView();
   Draw_Projection();
+  FrameModelView = ModelView;
+  FrameProjection = Projection;
   Refresh();
 }
 

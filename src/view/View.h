@@ -73,6 +73,19 @@ public:
   // What the last Draw_Projection / Draw_ModelView built.
   Matrix4 Projection{};
   Matrix4 ModelView{};
+  // The viewport and matrices of the last frame on the screen; the mapping
+  // between window and model works from these.
+  std::array<int, 4> FrameViewport{0, 0, 639, 465};
+  Matrix4 FrameModelView{};
+  Matrix4 FrameProjection{};
+
+  // Window y of a mouse position (origin top left), as the depth read wants it.
+  int WindowY(double Y) const;
+  // A mouse position and the depth read there to a model point; false when the
+  // depth says the pointer is off the model (0.1 or less, 0.9 or more).
+  bool ScreenToModel(double X, double Y, float depth, double& ox, double& oy, double& oz) const;
+  // A model point to window coordinates (y up), as gluProject gives them.
+  bool ModelToScreen(double x, double y, double z, double& wx, double& wy, double& wz) const;
 
   void Set_Limits();
   void Draw_Projection();

@@ -1,0 +1,41 @@
+#pragma once
+// The girder dialog: a passive view over frmBeamShape's logic.
+#include "mesh/frmBeamShape.h"
+
+#include <QDialog>
+#include <QMap>
+
+class QCheckBox;
+class QLineEdit;
+class QTabWidget;
+
+namespace velk {
+
+class SectionPreview;
+
+class BeamShapeDialog : public QDialog {
+  Q_OBJECT
+public:
+  explicit BeamShapeDialog(QWidget* parent = nullptr);
+  frmBeamShape& Form() { return form_; }
+  QLineEdit* Field(const QString& name) const { return fields_.value(name); }
+
+protected:
+  void showEvent(QShowEvent* e) override;
+  bool eventFilter(QObject* o, QEvent* e) override;
+
+private:
+  QLineEdit* AddField(QWidget* page, const QString& name);
+  void ToForm();
+  void FromForm();
+  template <class Fn> void Run(Fn&& handler);
+
+  frmBeamShape form_;
+  QMap<QString, QLineEdit*> fields_;
+  QMap<QObject*, void (frmBeamShape::*)()> keyUps_;
+  QCheckBox* chkProportionalMesh_ = nullptr;
+  SectionPreview* Picture1_ = nullptr;
+  SectionPreview* Picture2_ = nullptr;
+};
+
+} // namespace velk

@@ -1,0 +1,488 @@
+#include "shell/frmMenu.h"
+
+#include "common/Host.h"
+#include "common/TextRules.h"
+#include "editing/Selection.h"
+#include "model/ProjectFile.h"
+#include "model/VELKMain.h"
+#include "shell/BeamShapeDialog.h"
+#include "shell/GLView.h"
+#include "shell/HelpWindow.h"
+#include "shell/frmAbout.h"
+#include "view/View.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QIcon>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QToolBar>
+
+// The icons and help pages live in a static library: register them by hand.
+static void InitResources() { Q_INIT_RESOURCE(velk); }
+
+namespace velk {
+
+namespace {
+
+const char* const kModeIcons[] = {"plate", "stiffener", "boundary", "brace", "load"};
+
+QIcon IconFor(const QString& picture) { return QIcon(":/icons/" + picture + ".svg"); }
+
+} // namespace
+
+void frmMenu::Trap(const char* message, const std::function<void()>& fn) {
+  try {
+    fn();
+  } catch (const std::exception&) {
+    if (message) MsgBox(message);
+  }
+}
+
+frmMenu::frmMenu(QWidget* parent) : QMainWindow(parent) {
+  InitResources();
+  setObjectName("frmMenu");
+  setWindowIcon(QIcon(":/icons/velk.svg"));
+  view_ = new GLView(this);
+  view_->setObjectName("GLSurface");
+  setCentralWidget(view_);
+  BuildMenus();
+  BuildToolBar();
+  BuildStatusBar();
+  connect(view_, &GLView::rightPressed, this, [this](const QPoint& p) { popup_->popup(p); });
+
+  hooks().Paint = [this] { Paint(); };
+  hooks().Update = [this] { Update(); };
+  hooks().updateToolBar = [this] { updateToolBar(); };
+  hooks().CaptionChanged = [this](const std::string& c) { setWindowTitle(QString::fromStdString(c)); };
+
+  // The load step.
+  Trap("Error..[Form_Load]", [this] {
+    Read_Option();
+    Update();
+    UpdateFont(gView().OptionFontSize);
+  });
+  // 9585 x 6975 twips of client area: 639 x 465 pixels at 96 dpi, below the menu bar.
+  resize(639, 465 + menuBar()->sizeHint().height());
+}
+
+frmMenu::~frmMenu() {
+  hooks() = MainWindowHooks{};
+}
+
+QAction* frmMenu::AddMenu(QMenu* parent, const QString& name, const QString& caption,
+                          std::function<void()> handler) {
+  QAction* a = nullptr;
+  if (caption == "-") {
+    a = parent->addSeparator();
+  } else {
+    a = parent->addAction(caption);
+    if (handler) connect(a, &QAction::triggered, this, [handler] { handler(); });
+  }
+  a->setObjectName(name);
+  menus_.insert(name, a);
+  return a;
+}
+
+void frmMenu::BuildMenus() {
+  QMenuBar* bar = menuBar();
+  auto top = [&](const QString& name, const QString& caption, int context) {
+    QMenu* m = bar->addMenu(caption);
+    m->setObjectName(name);
+    m->menuAction()->setObjectName(name);
+    m->menuAction()->setData(context);
+    menus_.insert(name, m->menuAction());
+    return m;
+  };
+  auto sub = [&](QMenu* parent, const QString& name, const QString& caption) {
+    QMenu* m = parent->addMenu(caption);
+    m->setObjectName(name);
+    m->menuAction()->setObjectName(name);
+    menus_.insert(name, m->menuAction());
+    return m;
+  };
+
+  QMenu* file = top("mnuFile", "File", 20070);
+  AddMenu(file, "mnuFile_New", "New Data", [this] { mnuFile_New_Click(); });
+  AddMenu(file, "mnuFile_Sapace_0", "-");
+  AddMenu(file, "mnuFile_Open", "Read  Data", [this] { mnuFile_Open_Click(); });
+  AddMenu(file, "mnuFile_SaveData", "Save Data", [this] { mnuFile_SaveData_Click(); });
+  AddMenu(file, "mnuFile_Space_1", "-");
+  QMenu* report = sub(file, "mnuFile_SavePost", "Create Report File");
+  AddMenu(report, "mnuFile_ReportAll", "Report All", [this] { mnuFile_ReportAll_Click(); });
+  AddMenu(report, "mnuFile_Report_Grid", "Displacement Grid", [this] { mnuFile_Report_Grid_Click(); });
+  AddMenu(file, "mnuCreate_BMP", "Create Bitmap File", [this] { mnuCreate_BMP_Click(); });
+  AddMenu(file, "mnuFile_Space_2", "-");
+  AddMenu(file, "mnuFile_Exit", "Exit", [this] { mnuFile_Exit_Click(); });
+
+  QMenu* beam = top("mnuBeam", "Beam", 20040);
+  AddMenu(beam, "mnuBeam_Beam", "Geometry", [this] { mnuBeam_Beam_Click(); });
+  QMenu* edit = sub(beam, "mnuEditGeometry", "Edit Geometry");
+  AddMenu(edit, "mnuMoveNodeX", "Move Nodes in X Dir. by");
+  AddMenu(edit, "mnuMoveNodeY", "Move Nodes in Y Dir. by");
+  AddMenu(edit, "mnuBeam_Space_1", "-");
+  AddMenu(edit, "mnuRotateNodeX", "Taper in X");
+  AddMenu(edit, "mnuRotateNodeY", "Taper in Y");
+  AddMenu(edit, "mnuBeam_Sapce_2", "-");
+  AddMenu(edit, "mnuPropX", "Proportional Move in X");
+  AddMenu(edit, "mnuPropY", "Proportional Move in Y");
+  edit->menuAction()->setVisible(false);
+  edit->menuAction()->setEnabled(false);
+
+  QMenu* elements = top("mnuElements", "Elements", 20060);
+  AddMenu(elements, "mnuElements_Plate", "Plate", [this] { mnuElements_Plate_Click(); });
+  AddMenu(elements, "mnuElements_Stiffener", "Stiffener", [this] { mnuElements_Stiffener_Click(); });
+  AddMenu(elements, "mnuElement_Space_1", "-");
+  AddMenu(elements, "mnuElements_Boundary", "Boundary", [this] { mnuElements_Boundary_Click(); });
+  AddMenu(elements, "mnuElements_Brace", "Brace", [this] { mnuElements_Brace_Click(); });
+  AddMenu(elements, "mnuElements_Load", "Load", [this] { mnuElements_Load_Click(); });
+  for (const char* n : {"mnuElements_Plate", "mnuElements_Stiffener", "mnuElements_Boundary",
+                        "mnuElements_Brace", "mnuElements_Load"})
+    menus_[n]->setCheckable(true);
+
+  QMenu* run = top("mnuRun", "Analysis", 20010);
+  AddMenu(run, "mnuRun_Run", "Run", [this] { mnuRun_Run_Click(); });
+  AddMenu(run, "mnuRun_Space_1", "-");
+  AddMenu(run, "mnuRunOption", "Analysis Option", [this] { mnuRunOption_Click(); })->setData(20020);
+
+  QMenu* prop = top("mnuProperty", "Property", 20130);
+  AddMenu(prop, "mnuProperty_SetProperty", "Set Property", [this] { mnuProperty_SetProperty_Click(); });
+  AddMenu(prop, "mnuProperty_CopyProperty", "Copy Property", [this] { mnuProperty_CopyProperty_Click(); });
+  AddMenu(prop, "mnuProperty_PasteProperty", "Paste Property",
+          [this] { mnuProperty_PasteProperty_Click(); });
+  AddMenu(prop, "mnuProperty_DeleteProperty", "Delete Property",
+          [this] { mnuProperty_DeleteProperty_Click(); });
+  AddMenu(prop, "mnuProperty_Space_1", "-");
+  AddMenu(prop, "mnuProperty_ShowProperty", "Show Property Window",
+          [this] { mnuProperty_ShowProperty_Click(); });
+
+  QMenu* view = top("mnuView", "View", 20230);
+  AddMenu(view, "mnuView_Refresh", "Refresh", [this] { mnuView_Refresh_Click(); });
+  AddMenu(view, "mnuView_Space_11", "-");
+  AddMenu(view, "mnuView_Selection", "Select", [this] { mnuView_Selection_Click(); });
+  AddMenu(view, "mnuTranslate", "Translate", [this] { mnuTranslate_Click(); });
+  AddMenu(view, "mnuRotateXY", "Rotate", [this] { mnuRotateXY_Click(); });
+  AddMenu(view, "mnuView_ZoomIn", "Zoom In/Out", [this] { mnuView_ZoomIn_Click(); });
+  AddMenu(view, "mnuView_ZoomAll", "Zoom All", [this] { mnuView_ZoomAll_Click(); });
+  AddMenu(view, "mnuView_Space_0", "-");
+  AddMenu(view, "mnuView_Center", "Move to Center", [this] { mnuView_Center_Click(); });
+  AddMenu(view, "mnuView_ZoomInCenter", "Zoom In: Center", [this] { mnuView_ZoomInCenter_Click(); });
+  AddMenu(view, "mnuView_ZoomOutCenter", "Zoom Out: Center", [this] { mnuView_ZoomOutCenter_Click(); });
+  AddMenu(view, "mnuView_Space15", "-");
+  AddMenu(view, "mnuView_Zoom50", "Zoom   50%", [this] { mnuView_Zoom(0.5f); });
+  AddMenu(view, "mnuView_Zoom100", "Zoom 100%", [this] { mnuView_Zoom(1); });
+  AddMenu(view, "mnuView_Zoom200", "Zoom 200%", [this] { mnuView_Zoom(2); });
+  AddMenu(view, "mnuView_Zoom500", "Zoom 500%", [this] { mnuView_Zoom(5); });
+  AddMenu(view, "mnuView_Zoom1000", "Zoom1000%", [this] { mnuView_Zoom(10); });
+  AddMenu(view, "mnuView_Space14", "-");
+  AddMenu(view, "mnuView_Window", "Actual/Fit View", [this] { mnuView_Window_Click(); });
+  AddMenu(view, "mnuView_Clip", "Clipping", [this] { mnuView_Clip_Click(); });
+  AddMenu(view, "mnuViewSpace_2", "-");
+  QAction* tb = AddMenu(view, "mnuView_Toolbar", "Show/Hide Toolbar", [this] { mnuView_Toolbar_Click(); });
+  tb->setCheckable(true);
+  tb->setChecked(true);
+  AddMenu(view, "mnuOption", "View Option", [this] { mnuOption_Click(); })->setData(20240);
+
+  QMenu* result = top("mnuResult", "Results", 20150);
+  AddMenu(result, "mnuResult_Show", "Show Buckled Shape", [this] { mnuResult_Show_Click(); })
+      ->setCheckable(true);
+  AddMenu(result, "mnuStressPlot", "Stress Plot", [this] { mnuStressPlot_Click(); })->setCheckable(true);
+
+  QMenu* help = top("mnuHelp", "Help", 20100);
+  AddMenu(help, "mnuVELKHelp", "Help Topics", [this] { mnuVELKHelp_Click(); });
+  AddMenu(help, "mnuHelp_Space_1", "-");
+  AddMenu(help, "mnuHelp_About", "About VELK ", [this] { mnuHelp_About_Click(); });
+
+  // The popup of a right press on the view.
+  popup_ = new QMenu("PopUp", this);
+  popup_->setObjectName("mnuPopup");
+  AddMenu(popup_, "mnuPopUp_Select", "Selection", [this] { mnuView_Selection_Click(); });
+  QMenu* pp = sub(popup_, "mnuPopUp_Property", "Property");
+  AddMenu(pp, "mnuPopUp_SetProperty", "Set Property", [this] { mnuProperty_SetProperty_Click(); });
+  AddMenu(pp, "mnuPopUp_CopyProperty", "Copy Property", [this] { mnuProperty_CopyProperty_Click(); });
+  AddMenu(pp, "mnuPopUp_PasteProperty", "Paste Property", [this] { mnuProperty_PasteProperty_Click(); });
+  AddMenu(pp, "mnuPopUp_DeleteProperty", "Delete Property",
+          [this] { mnuProperty_DeleteProperty_Click(); });
+  AddMenu(pp, "mnuPopup_Space_3", "-");
+  AddMenu(pp, "mnuPopUp_ShowProperty", "Show Proeprty", [this] { mnuProperty_ShowProperty_Click(); });
+  AddMenu(popup_, "mnuPopUp_Space_1", "-");
+  QMenu* pv = sub(popup_, "mnuPopUpView", "View");
+  AddMenu(pv, "mnuPopUp_Translate", "Translate", [this] { mnuTranslate_Click(); });
+  AddMenu(pv, "mnupopup_Rotate", "Rotate", [this] { mnuRotateXY_Click(); });
+  AddMenu(pv, "mnuPopup_Zoom", "Zoom In/Out", [this] { mnuView_ZoomIn_Click(); });
+  AddMenu(pv, "mnuPopup_ZoomAll", "Zoom All", [this] { mnuView_ZoomAll_Click(); });
+  AddMenu(pv, "mnuPopUp_Space_4", "-");
+  AddMenu(pv, "mnuPopup_Clip", "Clipping", [this] { mnuView_Clip_Click(); });
+  AddMenu(popup_, "mnuPopUp_space_2", "-");
+  AddMenu(popup_, "mnuPopUp_Refresh", "Refresh", [this] { mnuView_Refresh_Click(); });
+  AddMenu(popup_, "mnuPopup_Space5", "-");
+  AddMenu(popup_, "mnuPopup_ViewOption", "View Options", [this] { mnuOption_Click(); });
+}
+
+void frmMenu::BuildToolBar() {
+  toolbar_ = addToolBar("Toolbar1");
+  toolbar_->setObjectName("Toolbar1");
+  toolbar_->setMovable(false);
+  toolbar_->setIconSize(QSize(20, 20));
+  struct Button {
+    const char* key;
+    const char* tip;
+  };
+  const Button buttons[] = {{"new", "New Data"},
+                            {"open", "Read Data"},
+                            {"save", "Store Data"},
+                            {nullptr, nullptr},
+                            {"mesh", "Generate Mesh"},
+                            {nullptr, nullptr},
+                            {"plate", "Set Plate Thickness"},
+                            {"stiffener", "Set Stiffener Size"},
+                            {"boundary", "Set Boundary Condition"},
+                            {"brace", "Set Brace Stiffness"},
+                            {"load", "Set Point Loading Condition"},
+                            {nullptr, nullptr},
+                            {"select", "Switch to Selection Mode"},
+                            {"set", "Set Property"},
+                            {"delete", "Delete Property"},
+                            {"copy", "Copy Property"},
+                            {"paste", "Paste Property"},
+                            {nullptr, nullptr},
+                            {"property", "Show Property"},
+                            {nullptr, nullptr},
+                            {"topview", "View from the Top"},
+                            {"leftview", "View from the Left"},
+                            {"viewangle", "View at an angle"},
+                            {"zoomall", "Zoom All"},
+                            {"zoomin", "Switch to Zoom-In-Center Mode"},
+                            {"zoomout", "Switch to Zoom-Out-Center Mode"},
+                            {"center", "Switch to Move-to-Center Mode"},
+                            {"refresh", "Refresh View Screen"},
+                            {nullptr, nullptr},
+                            {"run", "Calculate Buckling Strength"}};
+  for (const Button& b : buttons) {
+    if (!b.key) {
+      toolbar_->addSeparator();
+      continue;
+    }
+    const QString key = b.key;
+    const QString picture = key == "mesh" ? "meshgeneration" : key;
+    QAction* a = toolbar_->addAction(IconFor(picture), key);
+    a->setObjectName("tb_" + key);
+    a->setToolTip(b.tip);
+    a->setData(key);
+    connect(a, &QAction::triggered, this, [this, key] { Toolbar1_ButtonClick(key); });
+    tools_.insert(key, a);
+  }
+  tools_["property"]->setCheckable(true);
+}
+
+void frmMenu::BuildStatusBar() {
+  struct P {
+    const char* key;
+    const char* tip;
+    int width;
+  };
+  const P panels[] = {{"x", "X Coordinate", 90},          {"y", "Y Coordinate", 90},
+                      {"eigenvalue", "Eigenvalue", 150},  {"editmode", "Edit Mode", 28},
+                      {"operationmode", "Operation Mode", 120}, {"viewscale", "View Scale", 90}};
+  for (const P& p : panels) {
+    auto* l = new QLabel(this);
+    l->setObjectName(QString("panel_") + p.key);
+    l->setToolTip(p.tip);
+    l->setMinimumWidth(p.width);
+    l->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+    statusBar()->addWidget(l, p.width > 100 ? 1 : 0);
+    panels_.insert(p.key, l);
+  }
+}
+
+int frmMenu::HelpContext() const { return 20100; }
+
+// ---- public operations ----
+
+void frmMenu::Update() {
+  View& v = gView();
+  v.MeshMode = 3;
+  v.PropertyMode = 1;
+  gSelection().ClearSelectedItem();
+  if (!isVisible()) return;
+  panels_["x"]->clear();
+  panels_["y"]->clear();
+  panels_["eigenvalue"]->setText(
+      QString::fromStdString("Eigenvalue : " + Format(gAnalysis().EigenValue, "###0.00")));
+  panels_["operationmode"]->setText("SELECT");
+  panels_["viewscale"]->setText("ACTUAL VIEW");
+  SetCaption(std::string(kCaptionPrefix) + " No Title");
+  menus_["mnuResult_Show"]->setChecked(v.OptionShowResult != 0);
+  menus_["mnuStressPlot"]->setChecked(v.OptionShowStress != 0);
+}
+
+void frmMenu::updateToolBar() {
+  Trap("Error..[Toolbar]", [this] {
+    const char* names[] = {"mnuElements_Plate", "mnuElements_Stiffener", "mnuElements_Boundary",
+                           "mnuElements_Brace", "mnuElements_Load"};
+    for (const char* n : names) menus_[n]->setChecked(false);
+    const long mode = gView().PropertyMode;
+    if (mode >= 1 && mode <= 5) {
+      menus_[names[mode - 1]]->setChecked(true);
+      panels_["editmode"]->setPixmap(IconFor(kModeIcons[mode - 1]).pixmap(18, 18));
+      panels_["editmode"]->setProperty("picture", kModeIcons[mode - 1]);
+    }
+  });
+}
+
+void frmMenu::UpdateFont(int fontsizedata) { view_->UpdateFont(fontsizedata); }
+
+void frmMenu::Paint() { view_->PaintNow(); }
+
+// ---- commands ----
+
+void frmMenu::mnuFile_New_Click() { Trap("Error..[File New]", [] { New_Model(); }); }
+void frmMenu::mnuFile_Open_Click() { Trap("Error..[File Open]", [] { Open_Project(); }); }
+void frmMenu::mnuFile_SaveData_Click() { Trap("Error..[File Save]", [] { Save_Project(); }); }
+void frmMenu::mnuFile_ReportAll_Click() {}   // the report file comes with its own release
+void frmMenu::mnuFile_Report_Grid_Click() {} // likewise the displacement grid
+
+void frmMenu::mnuCreate_BMP_Click() {
+  Trap("Error..[Generate BMP]", [this] {
+    panels_["operationmode"]->setText("Create BMP");
+    gView().ViewMode = 6;
+  });
+}
+
+void frmMenu::mnuFile_Exit_Click() { close(); }
+
+void frmMenu::mnuBeam_Beam_Click() {
+  Trap("Error..[Beam Beam]", [this] {
+    BeamShapeDialog dlg(this);
+    dlg.exec();
+  });
+}
+
+void frmMenu::mnuRun_Run_Click() {}     // wired when the run dialog lands
+void frmMenu::mnuRunOption_Click() {}   // likewise
+
+void frmMenu::EditMode(int propertyMode, const char* trap) {
+  Trap(trap, [this, propertyMode] {
+    static const int meshModes[] = {3, 2, 1, 1, 1};
+    gSelection().ClearSelectedItem();
+    gView().PropertyMode = propertyMode;
+    gView().MeshMode = meshModes[propertyMode - 1];
+    gView().Refresh();
+    updateToolBar();
+  });
+}
+
+void frmMenu::mnuProperty_SetProperty_Click() {}
+void frmMenu::mnuProperty_CopyProperty_Click() {}
+void frmMenu::mnuProperty_PasteProperty_Click() {}
+void frmMenu::mnuProperty_DeleteProperty_Click() {}
+void frmMenu::mnuProperty_ShowProperty_Click() {}
+
+void frmMenu::Tool(int viewMode, const char* panelText, const char* trap) {
+  Trap(trap, [this, viewMode, panelText] {
+    panels_["operationmode"]->setText(panelText);
+    gView().ViewMode = viewMode;
+  });
+}
+
+void frmMenu::mnuView_Refresh_Click() {
+  Trap("Error..[View Refresh]", [] {
+    gSelection().ClearSelectedItem();
+    gView().Refresh();
+  });
+}
+
+void frmMenu::mnuView_ZoomAll_Click() {
+  Trap("Error..[View ZoomAll]", [] {
+    gView().Zoom_All();
+    gView().Refresh();
+  });
+}
+
+void frmMenu::mnuView_Zoom(float zoom) {
+  gView().ViewZoom = zoom;
+  Paint();
+}
+
+void frmMenu::mnuView_Window_Click() {
+  gView().ScreenModeChange();
+  panels_["viewscale"]->setText(gView().ScreenMode == 0 ? "ACTUAL VIEW" : "FIT VIEW");
+}
+
+void frmMenu::mnuView_Clip_Click() {}
+void frmMenu::mnuOption_Click() {}
+
+void frmMenu::mnuView_Toolbar_Click() {
+  toolbar_->setVisible(!toolbar_->isVisible());
+  menus_["mnuView_Toolbar"]->setChecked(toolbar_->isVisible());
+}
+
+void frmMenu::mnuResult_Show_Click() {}
+void frmMenu::mnuStressPlot_Click() {}
+
+void frmMenu::ShowHelp(int context) {
+  if (!help_) help_ = new HelpWindow(this);
+  help_->ShowContext(context);
+}
+
+void frmMenu::mnuVELKHelp_Click() { ShowHelp(HelpContext()); }
+
+void frmMenu::mnuHelp_About_Click() {
+  frmAbout about(this);
+  about.exec();
+}
+
+void frmMenu::Toolbar1_ButtonClick(const QString& key) {
+  Trap("Error..[Toolbar]", [this, key] {
+    if (key == "new") mnuFile_New_Click();
+    else if (key == "open") mnuFile_Open_Click();
+    else if (key == "save") mnuFile_SaveData_Click();
+    else if (key == "mesh") mnuBeam_Beam_Click();
+    else if (key == "plate") mnuElements_Plate_Click();
+    else if (key == "stiffener") mnuElements_Stiffener_Click();
+    else if (key == "boundary") mnuElements_Boundary_Click();
+    else if (key == "brace") mnuElements_Brace_Click();
+    else if (key == "load") mnuElements_Load_Click();
+    else if (key == "select") mnuView_Selection_Click();
+    else if (key == "set") mnuProperty_SetProperty_Click();
+    else if (key == "delete") mnuProperty_DeleteProperty_Click();
+    else if (key == "copy") mnuProperty_CopyProperty_Click();
+    else if (key == "paste") mnuProperty_PasteProperty_Click();
+    else if (key == "property") mnuProperty_ShowProperty_Click();
+    else if (key == "topview") gView().TopView();
+    else if (key == "leftview") gView().LeftView();
+    else if (key == "viewangle") gView().ViewAngle();
+    else if (key == "zoomall") mnuView_ZoomAll_Click();
+    else if (key == "zoomin") mnuView_ZoomInCenter_Click();
+    else if (key == "zoomout") mnuView_ZoomOutCenter_Click();
+    else if (key == "center") mnuView_Center_Click();
+    else if (key == "refresh") mnuView_Refresh_Click();
+    else if (key == "run") mnuRun_Run_Click();
+  });
+}
+
+void frmMenu::keyPressEvent(QKeyEvent* e) {
+  if (e->key() == Qt::Key_F1) {
+    ShowHelp(HelpContext());
+    return;
+  }
+  QMainWindow::keyPressEvent(e);
+}
+
+void frmMenu::closeEvent(QCloseEvent* e) {
+  if (!unloaded_) {
+    unloaded_ = true;
+    Trap("Error..[Form_Unload]", [this] {
+      Save_Option();
+      if (help_) help_->close();
+      hooks() = MainWindowHooks{};
+      Reset_Session();
+    });
+  }
+  e->accept();
+}
+
+} // namespace velk

@@ -1,0 +1,107 @@
+#pragma once
+// The main window: menu bar, popup, tool bar, status bar and the GL surface,
+// with one handler per command.
+#include <QMainWindow>
+#include <QMap>
+#include <functional>
+
+class QAction;
+class QLabel;
+class QMenu;
+class QToolBar;
+
+namespace velk {
+
+class GLView;
+class HelpWindow;
+
+class frmMenu : public QMainWindow {
+  Q_OBJECT
+public:
+  explicit frmMenu(QWidget* parent = nullptr);
+  ~frmMenu() override;
+
+  // Public operations of the main window.
+  void Update();
+  void updateToolBar();
+  void UpdateFont(int fontsizedata);
+  void Paint();
+
+  // For tests and the help: the parts by name.
+  QAction* Menu(const QString& name) const { return menus_.value(name); }
+  QAction* ToolButton(const QString& key) const { return tools_.value(key); }
+  QLabel* Panel(const QString& key) const { return panels_.value(key); }
+  QMenu* Popup() const { return popup_; }
+  GLView* Surface() const { return view_; }
+  QToolBar* Toolbar1() const { return toolbar_; }
+  int HelpContext() const;
+
+  // Commands.
+  void mnuFile_New_Click();
+  void mnuFile_Open_Click();
+  void mnuFile_SaveData_Click();
+  void mnuFile_ReportAll_Click();
+  void mnuFile_Report_Grid_Click();
+  void mnuCreate_BMP_Click();
+  void mnuFile_Exit_Click();
+  void mnuBeam_Beam_Click();
+  void mnuRun_Run_Click();
+  void mnuRunOption_Click();
+  void mnuElements_Plate_Click() { EditMode(1, "Error..[Plate]"); }
+  void mnuElements_Stiffener_Click() { EditMode(2, "Error..[Stiffener]"); }
+  void mnuElements_Boundary_Click() { EditMode(3, "Error..[Boundary]"); }
+  void mnuElements_Brace_Click() { EditMode(4, "Error..[Brace]"); }
+  void mnuElements_Load_Click() { EditMode(5, "Error..[Load]"); }
+  void mnuProperty_SetProperty_Click();
+  void mnuProperty_CopyProperty_Click();
+  void mnuProperty_PasteProperty_Click();
+  void mnuProperty_DeleteProperty_Click();
+  void mnuProperty_ShowProperty_Click();
+  void mnuView_Selection_Click() { Tool(0, "SELECT", "Error..[Selection Mode]"); }
+  void mnuTranslate_Click() { Tool(1, "TRANSLATE", nullptr); }
+  void mnuRotateXY_Click() { Tool(2, "ROTATE:X/Y", nullptr); }
+  void mnuView_ZoomIn_Click() { Tool(4, "ZOOM:IN/OUT", "Error..[View ZoomIn]"); }
+  void mnuView_ZoomInCenter_Click() { Tool(7, "ZOOM IN/Center", "Error..[View ZoomInCenter]"); }
+  void mnuView_ZoomOutCenter_Click() { Tool(8, "ZOOM OUT/Center", "Error..[View ZoomOutCenter]"); }
+  void mnuView_Center_Click() { Tool(9, "Move to Center", "Error..[View MovetoCenter]"); }
+  void mnuView_Refresh_Click();
+  void mnuView_ZoomAll_Click();
+  void mnuView_Zoom(float zoom);
+  void mnuView_Window_Click();
+  void mnuView_Clip_Click();
+  void mnuView_Toolbar_Click();
+  void mnuOption_Click();
+  void mnuResult_Show_Click();
+  void mnuStressPlot_Click();
+  void mnuVELKHelp_Click();
+  void mnuHelp_About_Click();
+  void Toolbar1_ButtonClick(const QString& key);
+
+  // Runs a command with its trap: a fault shows the message and the session goes on.
+  static void Trap(const char* message, const std::function<void()>& fn);
+
+protected:
+  void closeEvent(QCloseEvent* e) override;
+  void keyPressEvent(QKeyEvent* e) override;
+
+private:
+  void BuildMenus();
+  void BuildToolBar();
+  void BuildStatusBar();
+  QAction* AddMenu(QMenu* parent, const QString& name, const QString& caption,
+                   std::function<void()> handler = {});
+  void EditMode(int propertyMode, const char* trap);
+  void Tool(int viewMode, const char* panelText, const char* trap);
+  void ShowHelp(int context);
+
+  GLView* view_ = nullptr;
+  QToolBar* toolbar_ = nullptr;
+  QMenu* popup_ = nullptr;
+  HelpWindow* help_ = nullptr;
+  QMap<QString, QAction*> menus_;
+  QMap<QString, QAction*> tools_;
+  QMap<QString, QLabel*> panels_;
+  bool unloaded_ = false;
+};
+
+} // namespace velk

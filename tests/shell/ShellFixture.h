@@ -1,0 +1,47 @@
+#pragma once
+// Starts the desktop program as Main does, in a scratch folder, with a
+// scripted host so that every message is recorded.
+#include "FakeHost.h"
+#include "common/ProgramFolder.h"
+#include "model/VELKMain.h"
+#include "shell/frmMenu.h"
+
+#include <QDir>
+#include <QSurfaceFormat>
+#include <QTemporaryDir>
+#include <memory>
+
+namespace velk::test {
+
+inline void SetDefaultSurface() {
+  QSurfaceFormat fmt;
+  fmt.setProfile(QSurfaceFormat::CompatibilityProfile);
+  fmt.setVersion(2, 1);
+  fmt.setDepthBufferSize(24);
+  fmt.setSwapBehavior(QSurfaceFormat::DoubleBuffer);
+  fmt.setSamples(0);
+  QSurfaceFormat::setDefaultFormat(fmt);
+}
+
+struct ShellSession {
+  QTemporaryDir dir;
+  FakeHost host;
+  std::unique_ptr<frmMenu> menu;
+
+  ShellSession() {
+    SetProgramFolder(dir.path().toStdString());
+    SetOptionFileEnabled(true);
+    Clear_Session();
+    InstallHost(&host);
+    menu = std::make_unique<frmMenu>();
+    menu->show();
+    SetCaption("VELK V1.4.0: No Title");
+  }
+  ~ShellSession() {
+    menu.reset();
+    Clear_Session();
+    InstallHost(nullptr);
+  }
+};
+
+} // namespace velk::test

@@ -1,0 +1,247 @@
+// The main window under a real display: caption, menus, tool bar, status bar,
+// the girder dialog, frames read back, resize, files and traps.
+#include "ShellFixture.h"
+
+#include "editing/Selection.h"
+#include "model/ProjectFile.h"
+#include "shell/BeamShapeDialog.h"
+#include "shell/GLView.h"
+#include "view/View.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QToolBar>
+#include <QtTest>
+
+using namespace velk;
+using namespace velk::test;
+
+namespace {
+
+void GenerateDefaultGirder(frmMenu& menu) {
+  BeamShapeDialog dlg(&menu);
+  dlg.show();
+  QTRY_COMPARE(dlg.Field("txtBL")->text(), QString("120"));
+  QTest::mouseClick(dlg.findChild<QPushButton*>("cmdGenerate"), Qt::LeftButton);
+  QVERIFY2(dlg.result() == QDialog::Accepted, qPrintable(dlg.Field("txtNumXElements")->text()));
+}
+
+QColor PixelAtModel(frmMenu& menu, double x, double y, double z = 0) {
+  QImage img = menu.Surface()->grabFramebuffer();
+  double wx, wy, wz;
+  gView().ModelToScreen(x, y, z, wx, wy, wz);
+  const int px = static_cast<int>(wx), py = img.height() - 1 - static_cast<int>(wy);
+  return img.pixelColor(px, py);
+}
+
+} // namespace
+
+class tst_frmMenu : public QObject {
+  Q_OBJECT
+private slots:
+  void startsWithTheCaptionAndNoMessageButTheMissingSettings();
+  void menusHaveTheirCaptionsInOrder();
+  void popupHoldsItsEntries();
+  void toolBarKeysAndTips();
+  void statusPanelsByKey();
+  void girderDialogGeneratesTheDefaultMesh();
+  void frameShowsBackgroundPlateOutlineAndAxes();
+  void resizeFollowsTheViewMode();
+  void saveThenOpenPutsTheFileInTheCaption();
+  void aTrapShowsItsMessageAndTheSessionGoesOn();
+  void editModesSetChecksAndDropTheSelection();
+};
+
+void tst_frmMenu::startsWithTheCaptionAndNoMessageButTheMissingSettings() {
+  ShellSession s;
+  QCOMPARE(s.menu->windowTitle(), QString("VELK V1.4.0: No Title"));
+  QCOMPARE(s.host.Texts(), std::vector<std::string>{"Error: Reading INI file!"});
+  // The client area below the menu bar starts at 639 x 465.
+  QCOMPARE(s.menu->width(), 639);
+}
+
+void tst_frmMenu::menusHaveTheirCaptionsInOrder() {
+  ShellSession s;
+  QStringList tops;
+  for (QAction* a : s.menu->menuBar()->actions()) tops << a->text();
+  QCOMPARE(tops, (QStringList{"File", "Beam", "Elements", "Analysis", "Property", "View", "Results", "Help"}));
+
+  auto captions = [&](const char* menuName) {
+    QStringList out;
+    for (QAction* a : s.menu->Menu(menuName)->menu()->actions()) out << (a->isSeparator() ? "-" : a->text());
+    return out;
+  };
+  QCOMPARE(captions("mnuFile"), (QStringList{"New Data", "-", "Read  Data", "Save Data", "-", "Create Report File",
+                                             "Create Bitmap File", "-", "Exit"}));
+  QCOMPARE(captions("mnuFile_SavePost"), (QStringList{"Report All", "Displacement Grid"}));
+  QCOMPARE(captions("mnuBeam"), (QStringList{"Geometry", "Edit Geometry"}));
+  QVERIFY(!s.menu->Menu("mnuEditGeometry")->isVisible());
+  QVERIFY(!s.menu->Menu("mnuEditGeometry")->isEnabled());
+  QCOMPARE(captions("mnuElements"), (QStringList{"Plate", "Stiffener", "-", "Boundary", "Brace", "Load"}));
+  QCOMPARE(captions("mnuRun"), (QStringList{"Run", "-", "Analysis Option"}));
+  QCOMPARE(captions("mnuProperty"), (QStringList{"Set Property", "Copy Property", "Paste Property",
+                                                 "Delete Property", "-", "Show Property Window"}));
+  QCOMPARE(captions("mnuView"),
+           (QStringList{"Refresh", "-", "Select", "Translate", "Rotate", "Zoom In/Out", "Zoom All", "-",
+                        "Move to Center", "Zoom In: Center", "Zoom Out: Center", "-", "Zoom   50%",
+                        "Zoom 100%", "Zoom 200%", "Zoom 500%", "Zoom1000%", "-", "Actual/Fit View",
+                        "Clipping", "-", "Show/Hide Toolbar", "View Option"}));
+  QCOMPARE(captions("mnuResult"), (QStringList{"Show Buckled Shape", "Stress Plot"}));
+  QCOMPARE(captions("mnuHelp"), (QStringList{"Help Topics", "-", "About VELK "}));
+  QVERIFY(s.menu->Menu("mnuView_Toolbar")->isChecked());
+}
+
+void tst_frmMenu::popupHoldsItsEntries() {
+  ShellSession s;
+  QStringList out;
+  for (QAction* a : s.menu->Popup()->actions()) out << (a->isSeparator() ? "-" : a->text());
+  QCOMPARE(out, (QStringList{"Selection", "Property", "-", "View", "-", "Refresh", "-", "View Options"}));
+  QCOMPARE(s.menu->Menu("mnuPopUp_ShowProperty")->text(), QString("Show Proeprty"));
+}
+
+void tst_frmMenu::toolBarKeysAndTips() {
+  ShellSession s;
+  QStringList keys, tips;
+  for (QAction* a : s.menu->Toolbar1()->actions()) {
+    keys << (a->isSeparator() ? "|" : a->data().toString());
+    if (!a->isSeparator()) tips << a->toolTip();
+  }
+  QCOMPARE(keys, (QStringList{"new", "open", "save", "|", "mesh", "|", "plate", "stiffener", "boundary", "brace",
+                              "load", "|", "select", "set", "delete", "copy", "paste", "|", "property", "|",
+                              "topview", "leftview", "viewangle", "zoomall", "zoomin", "zoomout", "center",
+                              "refresh", "|", "run"}));
+  QCOMPARE(tips.first(), QString("New Data"));
+  QCOMPARE(tips.last(), QString("Calculate Buckling Strength"));
+  QVERIFY(tips.contains("Set Point Loading Condition"));
+}
+
+void tst_frmMenu::statusPanelsByKey() {
+  ShellSession s;
+  const std::pair<const char*, const char*> panels[] = {
+      {"x", "X Coordinate"},           {"y", "Y Coordinate"},        {"eigenvalue", "Eigenvalue"},
+      {"editmode", "Edit Mode"},       {"operationmode", "Operation Mode"}, {"viewscale", "View Scale"}};
+  for (const auto& [key, tip] : panels) {
+    QVERIFY2(s.menu->Panel(key), key);
+    QCOMPARE(s.menu->Panel(key)->toolTip(), QString(tip));
+  }
+  s.menu->Update(); // visible now: the decorations are written
+  QCOMPARE(s.menu->Panel("operationmode")->text(), QString("SELECT"));
+  QCOMPARE(s.menu->Panel("viewscale")->text(), QString("ACTUAL VIEW"));
+  QCOMPARE(s.menu->Panel("eigenvalue")->text(), QString("Eigenvalue : 0.00"));
+}
+
+void tst_frmMenu::girderDialogGeneratesTheDefaultMesh() {
+  ShellSession s;
+  GenerateDefaultGirder(*s.menu);
+  QCOMPARE(gMesh().Nodes().Count(), 60L);
+  QCOMPARE(gMesh().fourNodes().Count(), 42L);
+  QCOMPARE(gMesh().twoNodes().Count(), 101L);
+  QCOMPARE(gView().PropertyMode, 1);
+}
+
+void tst_frmMenu::frameShowsBackgroundPlateOutlineAndAxes() {
+  ShellSession s;
+  GenerateDefaultGirder(*s.menu);
+  s.menu->Surface()->grabFramebuffer(); // one frame fixes the frame state
+  QImage img = s.menu->Surface()->grabFramebuffer();
+  QCOMPARE(img.pixelColor(2, 2), QColor(255, 255, 255));
+  // Inside a plate away from the axes: the fill of the thickest plate, (1, 1, 0.7).
+  QColor fill = PixelAtModel(*s.menu, 100, 8);
+  QCOMPARE(fill.red(), 255);
+  QCOMPARE(fill.green(), 255);
+  QVERIFY2(std::abs(fill.blue() - 178) <= 1, qPrintable(QString::number(fill.blue())));
+  // On a vertical grid line between two plates: the black outline.
+  const auto& n = gMesh().Nodes().Item(4 * 12 + 2); // column 13, row 2
+  QColor line = PixelAtModel(*s.menu, n->xcoord, (n->ycoord + gMesh().Nodes().Item(4 * 12 + 3)->ycoord) / 2);
+  QVERIFY2(line.red() < 80 && line.green() < 80 && line.blue() < 80, qPrintable(line.name()));
+  // Half way along the x axis from the mesh centre: red.
+  const View& v = gView();
+  QColor axis = PixelAtModel(*s.menu, v.LimitCX + 0.05 * v.SLimitMaxXY, v.LimitCY, 0.001 * v.SLimitMaxXY);
+  QVERIFY2(axis.red() > 200 && axis.green() < 80 && axis.blue() < 80, qPrintable(axis.name()));
+}
+
+void tst_frmMenu::resizeFollowsTheViewMode() {
+  ShellSession s;
+  GenerateDefaultGirder(*s.menu);
+  QTest::qWait(20);
+  const double before = gView().SLimitMaxY;
+  s.menu->resize(s.menu->width(), s.menu->height() + 100);
+  QTRY_VERIFY(gView().SLimitMaxY > before); // actual view: limits follow the window's aspect
+  s.menu->mnuView_Window_Click();
+  QCOMPARE(s.menu->Panel("viewscale")->text(), QString("FIT VIEW"));
+  const Matrix4 projection = gView().Projection;
+  const Single fx = gView().ScreenModeFactorX;
+  s.menu->resize(s.menu->width() + 150, s.menu->height());
+  QTest::qWait(50);
+  QCOMPARE(gView().Projection, projection); // fit view: only the viewport changes
+  QCOMPARE(gView().ScreenModeFactorX, fx);
+  s.menu->mnuView_Window_Click();
+  QCOMPARE(s.menu->Panel("viewscale")->text(), QString("ACTUAL VIEW"));
+}
+
+void tst_frmMenu::saveThenOpenPutsTheFileInTheCaption() {
+  ShellSession s;
+  GenerateDefaultGirder(*s.menu);
+  const std::string path = (s.dir.path() + "/girder.inp").toStdString();
+  s.host.saveAnswers.push_back(path);
+  s.menu->mnuFile_SaveData_Click();
+  QCOMPARE(s.menu->windowTitle(), QString("VELK V1.4.0:girder.inp"));
+  s.menu->mnuFile_New_Click();
+  QCOMPARE(gMesh().Nodes().Count(), 0L);
+  s.menu->setWindowTitle("something else");
+  s.host.openAnswers.push_back(path);
+  s.menu->mnuFile_Open_Click();
+  QCOMPARE(gMesh().Nodes().Count(), 60L);
+  QCOMPARE(s.menu->windowTitle(), QString("VELK V1.4.0:girder.inp"));
+  // Cancel ends quietly.
+  const auto before = s.host.messages.size();
+  s.menu->mnuFile_Open_Click();
+  QCOMPARE(s.host.messages.size(), before);
+  QCOMPARE(gMesh().Nodes().Count(), 60L);
+}
+
+void tst_frmMenu::aTrapShowsItsMessageAndTheSessionGoesOn() {
+  ShellSession s;
+  GenerateDefaultGirder(*s.menu);
+  // No plate with a thickness left: shading by thickness divides by zero.
+  for (const auto& p : gMesh().fourNodes()) p->Thickness = 0;
+  gMesh().fourNodes().UpdateMaxThickness();
+  s.host.messages.clear();
+  s.menu->Surface()->grabFramebuffer();
+  QCOMPARE(s.host.Texts(), std::vector<std::string>{"Error..[Draw Model]"});
+  // The session goes on: the next command works and the window still paints.
+  s.menu->mnuView_Zoom(2);
+  QCOMPARE(gView().ViewZoom, 2.0f);
+  QImage img = s.menu->Surface()->grabFramebuffer();
+  QCOMPARE(img.pixelColor(2, 2), QColor(255, 255, 255));
+}
+
+void tst_frmMenu::editModesSetChecksAndDropTheSelection() {
+  ShellSession s;
+  GenerateDefaultGirder(*s.menu);
+  gSelection().AddObject(gMesh().Nodes().Item(1));
+  gView().ViewMode = 2;
+  s.menu->ToolButton("boundary")->trigger();
+  QCOMPARE(gView().PropertyMode, 3);
+  QCOMPARE(gView().MeshMode, 1);
+  QCOMPARE(gSelection().SelectedCounter(), 0);
+  QCOMPARE(gView().ViewMode, 2); // the mouse tool stays
+  QVERIFY(s.menu->Menu("mnuElements_Boundary")->isChecked());
+  QVERIFY(!s.menu->Menu("mnuElements_Plate")->isChecked());
+  QCOMPARE(s.menu->Panel("editmode")->property("picture").toString(), QString("boundary"));
+  s.menu->ToolButton("topview")->trigger();
+  QCOMPARE(gView().ViewRY, 89.9);
+}
+
+int main(int argc, char** argv) {
+  SetDefaultSurface();
+  QApplication app(argc, argv);
+  tst_frmMenu t;
+  return QTest::qExec(&t, argc, argv);
+}
+
+#include "tst_frmMenu.moc"
