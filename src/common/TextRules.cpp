@@ -144,7 +144,9 @@ std::string Format(double value, std::string_view picture) {
     if (!s.empty() && s.back() == '0') s.pop_back();
     return s == "-0.00" ? "0.00" : s;
   } else if (picture == "00000") {
-    std::snprintf(buf, sizeof buf, "%05.0f", RoundHalfEven(value));
+    // At least five digits; a minus sign stands in front of them.
+    double whole = RoundHalfEven(value);
+    std::snprintf(buf, sizeof buf, "%s%05.0f", whole < 0 ? "-" : "", std::fabs(whole));
   } else {
     return GText(value, 15, false);
   }

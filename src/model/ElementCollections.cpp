@@ -54,11 +54,12 @@ void fourNodes::ReadPlates(FieldReader& in, bool version14) {
   MaxThickness_ = in.Single();
   long count = in.Long();
   MaxvID = in.Long();
+  // A record that breaks off is not kept, so no plate in the model lacks its nodes.
   for (long i = 1; i <= count; ++i) {
     auto e = std::make_shared<fourNode>();
-    mCol.Add(e, std::to_string(i));
     if (version14) e->ReadData1_4(in);
     else e->ReadData(in);
+    mCol.Add(e, std::to_string(i));
   }
 }
 
@@ -106,10 +107,11 @@ void twoNodes::GenerateUvID() { BackwardMap(*this); }
 void twoNodes::ReadData1_4(FieldReader& in) {
   long count = in.Long();
   MaxvID = in.Long();
+  // A record that breaks off is not kept, so no stiffener lacks its nodes.
   for (long i = 1; i <= count; ++i) {
     auto e = std::make_shared<twoNode>();
-    mCol.Add(e, std::to_string(i));
     e->ReadData1_4(in);
+    mCol.Add(e, std::to_string(i));
   }
 }
 

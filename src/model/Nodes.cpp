@@ -54,12 +54,13 @@ void Nodes::ReadNodes(FieldReader& in, bool version14) {
   MaxvID = in.Long();
   // The count comes from the header; nodes are added one by one as records
   // arrive, so a header the file cannot back ends at the first missing field.
+  // A record that breaks off is not kept: the model holds whole records only.
   long count = static_cast<long>(NumberNodesX_) * NumberNodesY_;
   for (long i = 1; i <= count; ++i) {
     auto n = std::make_shared<Nodeb>();
-    mCol.Add(n, std::to_string(i));
     if (version14) n->ReadData1_4(in);
     else n->ReadData(in);
+    mCol.Add(n, std::to_string(i));
   }
 }
 
