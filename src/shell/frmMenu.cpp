@@ -53,6 +53,7 @@ frmMenu::frmMenu(QWidget* parent) : QMainWindow(parent) {
   BuildToolBar();
   BuildStatusBar();
   connect(view_, &GLView::rightPressed, this, [this](const QPoint& p) { popup_->popup(p); });
+  qApp->installEventFilter(this);
 
   hooks().Paint = [this] { Paint(); };
   hooks().Update = [this] { Update(); };
@@ -70,6 +71,7 @@ frmMenu::frmMenu(QWidget* parent) : QMainWindow(parent) {
 }
 
 frmMenu::~frmMenu() {
+  qApp->removeEventFilter(this);
   hooks() = MainWindowHooks{};
 }
 
@@ -464,12 +466,15 @@ void frmMenu::Toolbar1_ButtonClick(const QString& key) {
   });
 }
 
-void frmMenu::keyPressEvent(QKeyEvent* e) {
-  if (e->key() == Qt::Key_F1) {
-    ShowHelp(HelpContext());
-    return;
+bool frmMenu::eventFilter(QObject* o, QEvent* e) {
+  if (e->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(e)->key() == Qt::Key_F1) {
+    // A dialog names its context; everything else has the main window's.
+    QWidget* active = QApplication::activeWindow();
+    const QVariant context = active ? active->property("helpContext") : QVariant();
+    ShowHelp(context.isValid() ? context.toInt() : HelpContext());
+    return true;
   }
-  QMainWindow::keyPressEvent(e);
+  return QMainWindow::eventFilter(o, e);
 }
 
 void frmMenu::closeEvent(QCloseEvent* e) {

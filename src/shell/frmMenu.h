@@ -80,9 +80,12 @@ public:
   // Runs a command with its trap: a fault shows the message and the session goes on.
   static void Trap(const char* message, const std::function<void()>& fn);
 
+  // F1 anywhere in the program: the help at the context of the active window.
+  bool eventFilter(QObject* o, QEvent* e) override;
+  HelpWindow* Help() const { return help_; }
+
 protected:
   void closeEvent(QCloseEvent* e) override;
-  void keyPressEvent(QKeyEvent* e) override;
 
 private:
   void BuildMenus();

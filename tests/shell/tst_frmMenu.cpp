@@ -6,6 +6,7 @@
 #include "model/ProjectFile.h"
 #include "shell/BeamShapeDialog.h"
 #include "shell/GLView.h"
+#include "shell/HelpWindow.h"
 #include "view/View.h"
 
 #include <QAction>
@@ -14,6 +15,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QTextBrowser>
 #include <QToolBar>
 #include <QtTest>
 
@@ -54,6 +56,7 @@ private slots:
   void saveThenOpenPutsTheFileInTheCaption();
   void aTrapShowsItsMessageAndTheSessionGoesOn();
   void editModesSetChecksAndDropTheSelection();
+  void f1OpensTheHelpAtTheActiveWindowsContext();
 };
 
 void tst_frmMenu::startsWithTheCaptionAndNoMessageButTheMissingSettings() {
@@ -235,6 +238,23 @@ void tst_frmMenu::editModesSetChecksAndDropTheSelection() {
   QCOMPARE(s.menu->Panel("editmode")->property("picture").toString(), QString("boundary"));
   s.menu->ToolButton("topview")->trigger();
   QCOMPARE(gView().ViewRY, 89.9);
+}
+
+void tst_frmMenu::f1OpensTheHelpAtTheActiveWindowsContext() {
+  ShellSession s;
+  s.menu->activateWindow();
+  QTest::keyClick(s.menu.get(), Qt::Key_F1);
+  QVERIFY(s.menu->Help() && s.menu->Help()->isVisible());
+  QVERIFY(s.menu->Help()->Browser()->source().toString().endsWith("index.html"));
+  QVERIFY(s.menu->Help()->Browser()->toPlainText().size() > 100);
+  s.menu->Help()->close();
+  BeamShapeDialog dlg(s.menu.get());
+  dlg.show();
+  QApplication::setActiveWindow(&dlg);
+  QTRY_VERIFY(dlg.isActiveWindow());
+  QTest::keyClick(dlg.Field("txtBL"), Qt::Key_F1);
+  QTRY_VERIFY(s.menu->Help()->isVisible());
+  QVERIFY(s.menu->Help()->Browser()->source().toString().endsWith("beam.html"));
 }
 
 int main(int argc, char** argv) {
