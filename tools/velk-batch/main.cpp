@@ -1,5 +1,9 @@
 // velk-batch: the program's logic without windows, for scripted studies and
 // regression tests.
+#include "analysis/Deck.h"
+#include "analysis/EigenCalculation.h"
+#include "analysis/frmAnalysisOption.h"
+#include "analysis/frmEigen.h"
 #include "common/Host.h"
 #include "common/ProgramFolder.h"
 #include "common/TextRules.h"
@@ -8,10 +12,13 @@
 #include "model/VELKMain.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <functional>
 #include <iostream>
 #include <map>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -28,6 +35,14 @@ const char* kUsage =
     "      txtNumXElements txtNumYElements chkProportionalMesh\n"
     "  velk-batch info IN.inp\n"
     "      reads a project (version 1.4 or 1.3) and prints its counts.\n"
+    "  velk-batch run IN.inp [-o OUT.inp] [--listing FILE] [--deck FILE] [--estimate X]\n"
+    "                 [--max-shift N] [--max-cycle N] [--factor F] [--sym] [--torsion] [--shear]\n"
+    "      runs the buckling analysis as the Run dialog does and prints its messages, e.g.\n"
+    "      \"Eigenvalue of 3.7480E-02\". Options not given take their defaults (3 shifts,\n"
+    "      8 cycles, factor 0.8, unsymmetric start, no torsion or shear option); the\n"
+    "      estimate comes from the project unless --estimate is given. -o saves the\n"
+    "      project with the results; --listing and --deck keep copies of the listing\n"
+    "      and the deck. Exit status 1 when no eigenvalue was found.\n"
     "exit status: 0 success, 1 the command failed, 2 usage error\n";
 
 // Every message the logic shows goes to one stream, one line each; questions
@@ -38,6 +53,7 @@ public:
   int MsgBox(const std::string& text, int buttons, const std::string&) override {
     out_ << text << '\n';
     ++messages;
+    last = text;
     switch (buttons & 7) {
     case vbYesNo:
     case vbYesNoCancel: return vbYes;
@@ -55,6 +71,7 @@ public:
   void SetBusy(bool) override {}
   void Yield() override {}
   int messages = 0;
+  std::string last; // the last message shown
 
 private:
   std::ostream& out_;
@@ -142,6 +159,114 @@ int Info(const std::vector<std::string>& args) {
   return 0;
 }
 
+
+// A folder of our own for the deck and the listing, removed on the way out.
+class TemporaryFolderGuard {
+public:
+  TemporaryFolderGuard() {
+    std::string pattern =
+        (std::filesystem::temp_directory_path() / "velk-batch-XXXXXX").string();
+    if (!::mkdtemp(pattern.data())) throw std::runtime_error("cannot create a temporary folder");
+    path_ = pattern;
+    SetTemporaryFolder(path_);
+  }
+  ~TemporaryFolderGuard() {
+    SetTemporaryFolder("");
+    std::error_code ec;
+    std::filesystem::remove_all(path_, ec);
+  }
+  TemporaryFolderGuard(const TemporaryFolderGuard&) = delete;
+  TemporaryFolderGuard& operator=(const TemporaryFolderGuard&) = delete;
+
+private:
+  std::string path_;
+};
+
+// Copies a file of the run where the user asked; a missing file (a run that
+// never got so far) is not copied.
+bool CopyIfMade(const std::string& from, const std::string& to) {
+  if (to.empty() || !std::filesystem::exists(from)) return true;
+  std::error_code ec;
+  std::filesystem::copy_file(from, to, std::filesystem::copy_options::overwrite_existing, ec);
+  if (ec) std::cerr << "velk-batch: cannot write " << to << ": " << ec.message() << '\n';
+  return !ec;
+}
+
+int Run(const std::vector<std::string>& args) {
+  std::string in, out, listing, deck, estimate, shift, cycle, factor;
+  bool sym = false, torsion = false, shear = false;
+  const std::map<std::string, std::string*> valued = {
+      {"-o", &out},           {"--listing", &listing},  {"--deck", &deck},
+      {"--estimate", &estimate}, {"--max-shift", &shift}, {"--max-cycle", &cycle},
+      {"--factor", &factor}};
+  for (std::size_t i = 0; i < args.size(); ++i) {
+    const std::string& a = args[i];
+    if (auto v = valued.find(a); v != valued.end()) {
+      if (i + 1 >= args.size()) return Usage(a + " needs a value");
+      *v->second = args[++i];
+    } else if (a == "--sym") {
+      sym = true;
+    } else if (a == "--torsion") {
+      torsion = true;
+    } else if (a == "--shear") {
+      shear = true;
+    } else if (!a.empty() && a[0] != '-' && in.empty()) {
+      in = a;
+    } else {
+      return Usage("unexpected argument '" + a + "'");
+    }
+  }
+  if (in.empty()) return Usage("run needs a project file");
+  if (!estimate.empty() && !IsNumeric(estimate)) return Usage("--estimate takes a number");
+
+  BatchHost host(std::cout);
+  InstallHost(&host);
+  bool read = false;
+  if (!Run_File_Command("File Open Error!", [&] { read = Open_Project_File(in); }) || !read) {
+    std::cerr << "velk-batch: cannot read " << in << '\n';
+    return 1;
+  }
+
+  // The options: the defaults, then the flags, through the options dialog's
+  // own checks.
+  const Analysis defaults;
+  Analysis& a = gAnalysis();
+  a.MaxShift = defaults.MaxShift;
+  a.MaxCycle = defaults.MaxCycle;
+  a.ShiftFactor = defaults.ShiftFactor;
+  a.IGSTF = defaults.IGSTF;
+  a.ISHEAR = defaults.ISHEAR;
+  a.OptionInitialB = defaults.OptionInitialB;
+  frmAnalysisOption options;
+  options.Form_Load();
+  if (!shift.empty()) options.txtShift = shift;
+  if (!cycle.empty()) options.txtCycle = cycle;
+  if (!factor.empty()) options.txtFactor = factor;
+  options.chktorsion = torsion ? 1 : 0;
+  options.chkshear = shear ? 1 : 0;
+  options.optAll = sym;
+  options.optOneThird = !sym;
+  options.cmdApply_Click();
+  if (!options.Unloaded) return Usage("invalid iteration option");
+
+  TemporaryFolderGuard folder;
+  frmEigen form;
+  form.Form_Load();
+  if (!estimate.empty()) form.txtEstimation = estimate;
+  form.cmdApply_Click();
+
+  bool copied = CopyIfMade(session().gTempOutFile, listing);
+  copied = CopyIfMade(session().gTempInFile, deck) && copied;
+  if (LastRunOutcome() != RunOutcome::Completed) {
+    std::cerr << "velk-batch: "
+              << (host.last.empty() ? std::string("the analysis did not finish") : host.last)
+              << '\n';
+    return 1;
+  }
+  if (!out.empty() && !Save_Project_Path(out)) return 1;
+  return copied ? 0 : 1;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -158,6 +283,7 @@ int main(int argc, char** argv) {
   try {
     if (cmd == "generate") return Generate(args);
     if (cmd == "info") return Info(args);
+    if (cmd == "run") return Run(args);
   } catch (const std::exception& e) {
     std::cerr << "velk-batch: " << e.what() << '\n';
     return 1;
