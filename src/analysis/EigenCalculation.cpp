@@ -103,7 +103,6 @@ void Write_Mesh_Tables(RunContext& run) {
       run.stiffY[e][k - 1] = a.Y[a.stiffConn(k, e)];
     }
   }
-  Checkpoint();
 }
 
 void Stage_One(RunContext& run) {
