@@ -5,7 +5,9 @@
 #include "editing/Selection.h"
 #include "model/ProjectFile.h"
 #include "model/VELKMain.h"
+#include "analysis/EigenCalculation.h"
 #include "shell/BeamShapeDialog.h"
+#include "shell/EigenDialog.h"
 #include "shell/GLView.h"
 #include "shell/HelpWindow.h"
 #include "shell/frmAbout.h"
@@ -59,6 +61,9 @@ frmMenu::frmMenu(QWidget* parent) : QMainWindow(parent) {
   hooks().Update = [this] { Update(); };
   hooks().updateToolBar = [this] { updateToolBar(); };
   hooks().CaptionChanged = [this](const std::string& c) { setWindowTitle(QString::fromStdString(c)); };
+  analysisHooks().EigenvaluePanel = [this](const std::string& t) {
+    panels_["eigenvalue"]->setText(QString::fromStdString(t));
+  };
 
   // The load step.
   Trap("Error..[Form_Load]", [this] {
@@ -73,6 +78,7 @@ frmMenu::frmMenu(QWidget* parent) : QMainWindow(parent) {
 frmMenu::~frmMenu() {
   qApp->removeEventFilter(this);
   hooks() = MainWindowHooks{};
+  analysisHooks().EigenvaluePanel = nullptr;
 }
 
 QAction* frmMenu::AddMenu(QMenu* parent, const QString& name, const QString& caption,
@@ -363,8 +369,17 @@ void frmMenu::mnuBeam_Beam_Click() {
   });
 }
 
-void frmMenu::mnuRun_Run_Click() {}     // wired when the run dialog lands
-void frmMenu::mnuRunOption_Click() {}   // likewise
+void frmMenu::mnuRun_Run_Click() {
+  EigenDialog dlg(this);
+  dlg.exec();
+}
+
+void frmMenu::mnuRunOption_Click() {
+  Trap("Error..[Run Option]", [this] {
+    AnalysisOptionDialog dlg(this);
+    dlg.exec();
+  });
+}
 
 void frmMenu::EditMode(int propertyMode, const char* trap) {
   Trap(trap, [this, propertyMode] {

@@ -5,6 +5,7 @@
 #include "editing/Selection.h"
 #include "model/ProjectFile.h"
 #include "shell/BeamShapeDialog.h"
+#include "shell/EigenDialog.h"
 #include "shell/GLView.h"
 #include "shell/HelpWindow.h"
 #include "view/View.h"
@@ -14,7 +15,9 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QCheckBox>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QTextBrowser>
 #include <QToolBar>
 #include <QtTest>
@@ -57,6 +60,8 @@ private slots:
   void aTrapShowsItsMessageAndTheSessionGoesOn();
   void editModesSetChecksAndDropTheSelection();
   void f1OpensTheHelpAtTheActiveWindowsContext();
+  void runDialogRunsAnExampleAndShowsTheEigenvalue();
+  void optionDialogStoresAndRefuses();
 };
 
 void tst_frmMenu::startsWithTheCaptionAndNoMessageButTheMissingSettings() {
@@ -255,6 +260,51 @@ void tst_frmMenu::f1OpensTheHelpAtTheActiveWindowsContext() {
   QTest::keyClick(dlg.Field("txtBL"), Qt::Key_F1);
   QTRY_VERIFY(s.menu->Help()->isVisible());
   QVERIFY(s.menu->Help()->Browser()->source().toString().endsWith("beam.html"));
+}
+
+void tst_frmMenu::runDialogRunsAnExampleAndShowsTheEigenvalue() {
+  ShellSession s;
+  QVERIFY(Open_Project_Path(VELK_EXAMPLES_DIR "/simply-supported-plate.inp"));
+  EigenDialog dlg(s.menu.get());
+  dlg.show();
+  QCOMPARE(dlg.findChild<QLabel*>("processreport")->text(), QString("Ready..."));
+  QVERIFY(!dlg.findChild<QPushButton*>("cmdCancel")->isEnabled());
+  auto* estimate = dlg.findChild<QLineEdit*>("txtEstimation");
+  estimate->setText("abc");
+  s.host.messages.clear();
+  QTest::mouseClick(dlg.findChild<QPushButton*>("cmdApply"), Qt::LeftButton);
+  QCOMPARE(s.host.Texts(), std::vector<std::string>{"Input Data Error : Numbers!"});
+  estimate->setText("0");
+  s.host.messages.clear();
+  QTest::mouseClick(dlg.findChild<QPushButton*>("cmdApply"), Qt::LeftButton);
+  QCOMPARE(s.host.Texts(), std::vector<std::string>{"Eigenvalue of 3.7480E-02"});
+  QCOMPARE(s.menu->Panel("eigenvalue")->text(), QString("Eigenvalue : 3.7480E-02"));
+  QCOMPARE(dlg.findChild<QLabel*>("processreport")->text(), QString("Ready..."));
+  QVERIFY(dlg.findChild<QPushButton*>("cmdApply")->isEnabled());
+  QVERIFY(dlg.findChild<QPushButton*>("cmdClose")->isEnabled());
+  QTest::mouseClick(dlg.findChild<QPushButton*>("cmdClose"), Qt::LeftButton);
+  QCOMPARE(dlg.result(), int(QDialog::Accepted));
+}
+
+void tst_frmMenu::optionDialogStoresAndRefuses() {
+  ShellSession s;
+  AnalysisOptionDialog dlg(s.menu.get());
+  dlg.show();
+  QCOMPARE(dlg.findChild<QLineEdit*>("txtShift")->text(), QString("3"));
+  QVERIFY(dlg.findChild<QRadioButton*>("optOneThird")->isChecked());
+  dlg.findChild<QLineEdit*>("txtShift")->setText("0");
+  s.host.messages.clear();
+  QTest::mouseClick(dlg.findChild<QPushButton*>("cmdApply"), Qt::LeftButton);
+  QCOMPARE(s.host.Texts(), std::vector<std::string>{"Error..."});
+  QVERIFY(dlg.isVisible());
+  dlg.findChild<QLineEdit*>("txtShift")->setText("2.6");
+  dlg.findChild<QCheckBox*>("chkshear")->setChecked(true);
+  dlg.findChild<QRadioButton*>("optAll")->setChecked(true);
+  QTest::mouseClick(dlg.findChild<QPushButton*>("cmdApply"), Qt::LeftButton);
+  QCOMPARE(gAnalysis().MaxShift, 3);
+  QCOMPARE(gAnalysis().ISHEAR, vbTrue);
+  QCOMPARE(gAnalysis().OptionInitialB, 1);
+  QVERIFY(!dlg.isVisible());
 }
 
 int main(int argc, char** argv) {

@@ -2,6 +2,8 @@
 // is printed. Checks only that each picture was written and is not blank.
 #include "ShellFixture.h"
 
+#include "analysis/frmEigen.h"
+#include "model/ProjectFile.h"
 #include "shell/BeamShapeDialog.h"
 #include "shell/GLView.h"
 #include "view/View.h"
@@ -56,6 +58,15 @@ int main(int argc, char** argv) {
     s.menu->mnuView_Window_Click();
     QTest::qWait(50);
     failures += !Save(s.menu.get(), folder, "05-fit-view-numbers");
+    // An example model after a run: supports, loads and the eigenvalue panel.
+    if (!Open_Project_Path(VELK_EXAMPLES_DIR "/girder-in-bending.inp")) ++failures;
+    gView().ViewAngle();
+    frmEigen run;
+    run.Form_Load();
+    run.cmdApply_Click();
+    s.menu->Paint();
+    QTest::qWait(50);
+    failures += !Save(s.menu.get(), folder, "06-girder-in-bending-after-run");
   }
   std::printf("screenshots written to %s\n", qPrintable(folder));
   return failures;
