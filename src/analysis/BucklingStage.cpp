@@ -24,7 +24,9 @@ Nodeb& ModelNode(Integer analysisNode) {
 }
 
 // The sums are held in the Single fields, as the model keeps them.
-void Add(Single& field, double value) { field = CSng(static_cast<double>(field) + value); }
+void Add(Single& field, double value) {
+  field = CSng(static_cast<double>(field) + value);
+}
 
 // Plain average over the plate corners that meet at each node, then von Mises
 // from the averaged components.
@@ -71,14 +73,21 @@ void Plates(RunContext& run) {
     for (int k = 1; k <= 4; ++k) {
       const Integer p = a.plateConn(k, e);
       if (run.Detail())
-        l.Begin().Int(e).Int(k).Int(p).Formatted(s.Sx[k - 1], "0.00E+00")
-            .Formatted(s.Sy[k - 1], "0.00E+00").Formatted(s.Sxy, "0.00E+00").End();
+        l.Begin()
+            .Int(e)
+            .Int(k)
+            .Int(p)
+            .Formatted(s.Sx[k - 1], "0.00E+00")
+            .Formatted(s.Sy[k - 1], "0.00E+00")
+            .Formatted(s.Sxy, "0.00E+00")
+            .End();
       Nodeb& node = ModelNode(p);
       Add(node.Sx, s.Sx[k - 1]);
       Add(node.Sy, s.Sy[k - 1]);
       Add(node.SXY, s.Sxy);
       node.NCP = Int16(node.NCP + 1L);
-      for (int d = 1; d <= 3; ++d) dofs[3 * (k - 1) + d - 1] = Dof_Number(p, d, 3);
+      for (int d = 1; d <= 3; ++d)
+        dofs[3 * (k - 1) + d - 1] = Dof_Number(p, d, 3);
     }
     Assemble(run, run.KgE, run.Kg, dofs);
     Assemble(run, run.Ke, run.K, dofs);
@@ -104,7 +113,8 @@ void Stiffeners(RunContext& run) {
       const Integer p = a.stiffConn(k, e);
       u[k - 1] = run.F[Dof_Number(p, 1, 2)];
       v[k - 1] = run.F[Dof_Number(p, 2, 2)];
-      for (int d = 1; d <= 3; ++d) dofs[3 * (k - 1) + d - 1] = Dof_Number(p, d, 3);
+      for (int d = 1; d <= 3; ++d)
+        dofs[3 * (k - 1) + d - 1] = Dof_Number(p, d, 3);
     }
     const double stress =
         Stiffener_Geometric(run.stiffX[e], run.stiffY[e], a.stiffThick[e], a.stiffWidth[e],
@@ -168,7 +178,8 @@ void Out_Of_Plane_Conditions(RunContext& run) {
 void Buckling_Stage(RunContext& run) {
   const Integer points = run.counts.points;
   const Integer n = Int16(3L * points);
-  for (Integer i = 1; i <= n; ++i) run.Iterate[i] = 0.0;
+  for (Integer i = 1; i <= n; ++i)
+    run.Iterate[i] = 0.0;
   run.K.ClearRows(n);
   run.Kg.ClearRows(n);
   run.Ke.Clear();

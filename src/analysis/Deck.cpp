@@ -14,12 +14,20 @@ std::string& FolderSetting() {
   return folder;
 }
 
-bool Above(Single v) { return std::fabs(v) > kTolerance; }
+bool Above(Single v) {
+  return std::fabs(v) > kTolerance;
+}
 
 // What puts a node into each of the five nodal blocks.
-bool IsLoaded(const Nodeb& n) { return Above(n.XLoad) || Above(n.YLoad); }
-bool IsInPlaneBoundary(const Nodeb& n) { return IsTrue(n.XTDir()) || IsTrue(n.YTDir()); }
-bool IsInPlaneSpring(const Nodeb& n) { return Above(n.xtstiff) || Above(n.YTStiff); }
+bool IsLoaded(const Nodeb& n) {
+  return Above(n.XLoad) || Above(n.YLoad);
+}
+bool IsInPlaneBoundary(const Nodeb& n) {
+  return IsTrue(n.XTDir()) || IsTrue(n.YTDir());
+}
+bool IsInPlaneSpring(const Nodeb& n) {
+  return Above(n.xtstiff) || Above(n.YTStiff);
+}
 bool IsOutBoundary(const Nodeb& n) {
   return IsTrue(n.ZTDir()) || IsTrue(n.XRDir()) || IsTrue(n.YRDir());
 }
@@ -53,7 +61,9 @@ void WriteNodalBlock(FieldWriter& out, const Nodes& nodes, Test test, Values val
 
 } // namespace
 
-void SetTemporaryFolder(const std::string& folder) { FolderSetting() = folder; }
+void SetTemporaryFolder(const std::string& folder) {
+  FolderSetting() = folder;
+}
 
 std::string TemporaryFolder() {
   return FolderSetting().empty() ? WritableFolder() : FolderSetting();
@@ -77,8 +87,10 @@ Integer Write_Deck() {
     plates.GenerateUvID();
 
     long nPlates = 0, nStiff = 0;
-    for (const auto& p : plates) nPlates += p->vID != 0;
-    for (const auto& e : stiffeners) nStiff += e->vID != 0;
+    for (const auto& p : plates)
+      nPlates += p->vID != 0;
+    for (const auto& e : stiffeners)
+      nStiff += e->vID != 0;
 
     const Analysis& a = gAnalysis();
     out.Text(a.Title);
@@ -86,10 +98,9 @@ Integer Write_Deck() {
     out.Text(a.Discription);
     out.Text(a.RunID);
     out.EndLine();
-    for (long c : {nPlates, nStiff, static_cast<long>(nodes.MaxvID),
-                   CountNodes(nodes, IsLoaded), CountNodes(nodes, IsInPlaneBoundary),
-                   CountNodes(nodes, IsInPlaneSpring), CountNodes(nodes, IsOutBoundary),
-                   CountNodes(nodes, IsOutSpring)})
+    for (long c : {nPlates, nStiff, static_cast<long>(nodes.MaxvID), CountNodes(nodes, IsLoaded),
+                   CountNodes(nodes, IsInPlaneBoundary), CountNodes(nodes, IsInPlaneSpring),
+                   CountNodes(nodes, IsOutBoundary), CountNodes(nodes, IsOutSpring)})
       out.Integer(c);
     out.EndLine();
     out.Single(gMaterial().MOE);
@@ -216,13 +227,15 @@ void ReadConnectivity(DeckReader& deck, Array2<Integer>& conn, Integer count) {
     Integer nodeStep = deck.Int();
     run.step = deck.Int();
     Integer node[Corners];
-    for (auto& n : node) n = deck.Int();
+    for (auto& n : node)
+      n = deck.Int();
     if (run.last == 0) run.last = run.first;
     if (nodeStep <= 0) nodeStep = 1;
     if (run.step <= 0) run.step = 1;
     For_Run(run, [&](Integer e, Integer k) {
       const Integer offset = Int16(static_cast<long>(nodeStep) * k);
-      for (int j = 0; j < Corners; ++j) conn(j + 1, e) = Int16(static_cast<long>(node[j]) + offset);
+      for (int j = 0; j < Corners; ++j)
+        conn(j + 1, e) = Int16(static_cast<long>(node[j]) + offset);
       generated = Int16(static_cast<long>(generated) + 1);
     });
   }

@@ -58,7 +58,8 @@ void Write_Head(RunContext& run) {
       {"Num. of Elastic Springs(In-Plane)", c.inPlaneSprings},
       {"Num. of Out-of-plane Boundary Points", c.outBoundary},
       {"Num. of Elastic Springs(Out-of-plane)", c.outSprings}};
-  for (const auto& [text, count] : lines) l.Begin().Text(text).Tab(50).ThenInt(count).End();
+  for (const auto& [text, count] : lines)
+    l.Begin().Text(text).Tab(50).ThenInt(count).End();
   if (run.TorsionStiffFlag != 0) l.Line("Option: Torsional Geometric Stiff Option is Used");
   if (run.ShearFlag != 0) l.Line("Option: Approximate Shear Distortion Option is Used");
 }
@@ -70,18 +71,26 @@ void Write_Mesh_Tables(RunContext& run) {
   if (run.Detail()) {
     l.Line("[Nodal Info]");
     l.Begin().Text("Node").Text("X-Coord.").Text("Y-Coord.").End();
-    for (Integer n = 1; n <= c.points; ++n) l.Begin().Int(n).Real(a.X[n]).Real(a.Y[n]).End();
+    for (Integer n = 1; n <= c.points; ++n)
+      l.Begin().Int(n).Real(a.X[n]).Real(a.Y[n]).End();
   }
   if (c.plates > 0 && run.Detail()) {
     l.Line("[Plate Element Info]");
-    l.Begin().Text("Number").Text("Node1").Text("Node2").Text(" Node3").Text("Node4")
-        .Text("Thickness").End();
+    l.Begin()
+        .Text("Number")
+        .Text("Node1")
+        .Text("Node2")
+        .Text(" Node3")
+        .Text("Node4")
+        .Text("Thickness")
+        .End();
   }
   for (Integer e = 1; e <= c.plates; ++e) {
     if (run.Detail()) {
       auto row = l.Begin();
       row.Int(e);
-      for (int k = 1; k <= 4; ++k) row.Int(a.plateConn(k, e));
+      for (int k = 1; k <= 4; ++k)
+        row.Int(a.plateConn(k, e));
       row.Real(a.plateThick[e]).End();
     }
     for (int k = 1; k <= 4; ++k) {
@@ -96,8 +105,13 @@ void Write_Mesh_Tables(RunContext& run) {
   }
   for (Integer e = 1; e <= c.stiffeners; ++e) {
     if (run.Detail())
-      l.Begin().Int(e).Int(a.stiffConn(1, e)).Int(a.stiffConn(2, e)).Real(a.stiffThick[e])
-          .Real(a.stiffWidth[e]).End();
+      l.Begin()
+          .Int(e)
+          .Int(a.stiffConn(1, e))
+          .Int(a.stiffConn(2, e))
+          .Real(a.stiffThick[e])
+          .Real(a.stiffWidth[e])
+          .End();
     for (int k = 1; k <= 2; ++k) {
       run.stiffX[e][k - 1] = a.X[a.stiffConn(k, e)];
       run.stiffY[e][k - 1] = a.Y[a.stiffConn(k, e)];
@@ -112,7 +126,8 @@ void Stage_One(RunContext& run) {
   RunArrays& a = run.a;
   const Integer n = Int16(2L * c.points);
 
-  for (Integer i = 1; i <= n; ++i) run.F[i] = 0.0;
+  for (Integer i = 1; i <= n; ++i)
+    run.F[i] = 0.0;
   run.K.ClearRows(n);
   run.bw = 0;
   Report_Progress("Creating Stiffness Matrix...");
@@ -123,7 +138,8 @@ void Stage_One(RunContext& run) {
     Plate_Membrane(run.plateX[e], run.plateY[e], a.plateThick[e], run.ElasticModulus,
                    run.PoissonRatio, run.Ke);
     for (int k = 1; k <= 4; ++k)
-      for (int d = 1; d <= 2; ++d) dofs[2 * (k - 1) + d - 1] = Dof_Number(a.plateConn(k, e), d, 2);
+      for (int d = 1; d <= 2; ++d)
+        dofs[2 * (k - 1) + d - 1] = Dof_Number(a.plateConn(k, e), d, 2);
     Assemble(run, run.Ke, run.K, dofs);
     Checkpoint();
   }
@@ -131,7 +147,8 @@ void Stage_One(RunContext& run) {
     Stiffener_Membrane(run.stiffX[e], run.stiffY[e], a.stiffThick[e], a.stiffWidth[e],
                        run.ElasticModulus, run.Ke);
     for (int k = 1; k <= 2; ++k)
-      for (int d = 1; d <= 2; ++d) dofs[2 * (k - 1) + d - 1] = Dof_Number(a.stiffConn(k, e), d, 2);
+      for (int d = 1; d <= 2; ++d)
+        dofs[2 * (k - 1) + d - 1] = Dof_Number(a.stiffConn(k, e), d, 2);
     Assemble(run, run.Ke, run.K, std::span<const std::int16_t>(dofs.data(), 4));
     Checkpoint();
   }
@@ -158,7 +175,12 @@ void Stage_One(RunContext& run) {
   }
   if (c.inPlaneBoundary > 0) {
     l.Line("[Boundary Conditions: In-plane]");
-    l.Begin().Text("Node Number").Text("X Dir.").Text("Y Dir.").Text("X Value").Text("Y Value")
+    l.Begin()
+        .Text("Node Number")
+        .Text("X Dir.")
+        .Text("Y Dir.")
+        .Text("X Value")
+        .Text("Y Value")
         .End();
     Integer records = 0;
     while (records < c.inPlaneBoundary) {
@@ -243,7 +265,9 @@ AnalysisHooks& analysisHooks() {
   return h;
 }
 
-RunOutcome LastRunOutcome() { return gLastOutcome; }
+RunOutcome LastRunOutcome() {
+  return gLastOutcome;
+}
 
 void Report_Progress(const std::string& text) {
   if (analysisHooks().ProgressSink) analysisHooks().ProgressSink(text);
@@ -293,8 +317,7 @@ void Run_Analysis() {
     run->list->Begin().Text("Elastic Modulus").ThenReal(run->ElasticModulus).End();
     run->list->Begin().Text("Poisson Ratio").ThenReal(run->PoissonRatio).End();
     Checkpoint();
-    Read_Mesh(*run->deck, run->a, run->counts.plates, run->counts.stiffeners,
-              run->counts.points);
+    Read_Mesh(*run->deck, run->a, run->counts.plates, run->counts.stiffeners, run->counts.points);
     Checkpoint();
     Write_Mesh_Tables(*run);
 
@@ -303,7 +326,8 @@ void Run_Analysis() {
 
     Close_Files(*run, false);
     gLastOutcome = AnalysisCancel == -1 ? RunOutcome::Cancelled : RunOutcome::Completed;
-    Report_Progress(AnalysisCancel == -1 ? "Process Interrupted..." : "Buckling Analysis Completes...");
+    Report_Progress(AnalysisCancel == -1 ? "Process Interrupted..."
+                                         : "Buckling Analysis Completes...");
     return;
   } catch (const RunCancelled&) {
     Close_Files(*run, true);

@@ -16,8 +16,12 @@ constexpr double kConverged = 0.0001;
 void Mode_Table(Listing& l, std::span<const double> v, int points, const char* wPicture) {
   l.Begin().Text("Node Number").Text("Z Dir").Text("Rot. X").Text("Rot. Y").End();
   for (int i = 1; i <= points; ++i)
-    l.Begin().Int(i).Formatted(v[3 * i - 3], wPicture).Formatted(v[3 * i - 2], "0.00E+00")
-        .Formatted(v[3 * i - 1], "0.00E+00").End();
+    l.Begin()
+        .Int(i)
+        .Formatted(v[3 * i - 3], wPicture)
+        .Formatted(v[3 * i - 2], "0.00E+00")
+        .Formatted(v[3 * i - 1], "0.00E+00")
+        .End();
 }
 
 // K[i, j] += sigma * Kg[i, j] over the equations and the band in use.
@@ -25,7 +29,8 @@ void Shift(BandMatrix& K, const BandMatrix& Kg, double sigma, int n, int bw) {
   for (int i = 1; i <= n; ++i) {
     double* k = K.Row(i);
     const double* g = Kg.Row(i);
-    for (int j = 0; j < bw; ++j) k[j] = Finite(k[j] + sigma * g[j]);
+    for (int j = 0; j < bw; ++j)
+      k[j] = Finite(k[j] + sigma * g[j]);
   }
 }
 
@@ -46,7 +51,8 @@ double Normalise_Vector(std::span<double> v, int n) {
   double largest = v[0];
   for (int i = 2; i <= n; ++i)
     if (std::fabs(v[i - 1]) > std::fabs(largest)) largest = v[i - 1];
-  for (int i = 1; i <= n; ++i) v[i - 1] = Div(v[i - 1], largest);
+  for (int i = 1; i <= n; ++i)
+    v[i - 1] = Div(v[i - 1], largest);
   return largest;
 }
 
@@ -63,11 +69,18 @@ bool Eigen_Iterate(BandMatrix& K, const BandMatrix& Kg, std::span<double> x, std
   Mode_Table(list, x, points, "0.00E+00");
 
   list.Line("[Input Analysis Option]");
-  list.Begin().Text("Maximum Shift").Text("Maximum Cycle").Text("Shift Factor").Text("Estimation")
+  list.Begin()
+      .Text("Maximum Shift")
+      .Text("Maximum Cycle")
+      .Text("Shift Factor")
+      .Text("Estimation")
       .End();
-  list.Begin().Int(options.MaxShift).Int(options.MaxCycle)
+  list.Begin()
+      .Int(options.MaxShift)
+      .Int(options.MaxCycle)
       .Formatted(options.ShiftFactor, "0.00E+00")
-      .Formatted(options.EigenValueEstimation, "0.00E+00").End();
+      .Formatted(options.EigenValueEstimation, "0.00E+00")
+      .End();
 
   // The single-precision options enter the arithmetic as they are: the
   // default factor is 0.800000011920929.
@@ -86,13 +99,15 @@ bool Eigen_Iterate(BandMatrix& K, const BandMatrix& Kg, std::span<double> x, std
       mu = Normalise_Vector(y, n);
       lambda = Finite(Div(1.0, mu) + sigma);
       double change = 0.0;
-      for (int i = 0; i < n; ++i) change = std::fmax(change, std::fabs(Finite(x[i] - y[i])));
+      for (int i = 0; i < n; ++i)
+        change = std::fmax(change, std::fabs(Finite(x[i] - y[i])));
       if (analysisHooks().Cycle) analysisHooks().Cycle(shift, cycle, sigma, lambda, change);
       if (change < kConverged) {
         found = true;
         break;
       }
-      for (int i = 0; i < n; ++i) x[i] = y[i];
+      for (int i = 0; i < n; ++i)
+        x[i] = y[i];
       host().Yield();
       if (AnalysisCancel == -1) return false;
     }
@@ -138,7 +153,8 @@ bool Buckling_Iteration(BandMatrix& K, const BandMatrix& Kg, std::span<double> x
   MsgBox("Eigenvalue of " + text);
   gAnalysis().EigenValue = stored;
   if (analysisHooks().EigenvaluePanel) analysisHooks().EigenvaluePanel("Eigenvalue : " + text);
-  for (int i = 1; i <= points; ++i) node[i - 1]->zcoord = w[i - 1];
+  for (int i = 1; i <= points; ++i)
+    node[i - 1]->zcoord = w[i - 1];
   lambda = result;
   return true;
 }

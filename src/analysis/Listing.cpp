@@ -25,8 +25,12 @@ Listing::Row& Listing::Row::Text(std::string_view text) {
   return *this;
 }
 
-Listing::Row& Listing::Row::Int(long value) { return Text(IntItem(value)); }
-Listing::Row& Listing::Row::Real(double value) { return Text(RealItem(value)); }
+Listing::Row& Listing::Row::Int(long value) {
+  return Text(IntItem(value));
+}
+Listing::Row& Listing::Row::Real(double value) {
+  return Text(RealItem(value));
+}
 Listing::Row& Listing::Row::Formatted(double value, std::string_view picture) {
   return Text(Format(value, picture));
 }
@@ -42,8 +46,12 @@ Listing::Row& Listing::Row::Then(std::string_view text) {
   first_ = false;
   return *this;
 }
-Listing::Row& Listing::Row::ThenInt(long value) { return Then(IntItem(value)); }
-Listing::Row& Listing::Row::ThenReal(double value) { return Then(RealItem(value)); }
+Listing::Row& Listing::Row::ThenInt(long value) {
+  return Then(IntItem(value));
+}
+Listing::Row& Listing::Row::ThenReal(double value) {
+  return Then(RealItem(value));
+}
 
 void Listing::Row::End() {
   owner_.Line(line_);
@@ -56,6 +64,8 @@ void Listing::Line(std::string_view text) {
   file_->Put("\r\n");
 }
 
-void Listing::Close() { file_->Close(); }
+void Listing::Close() {
+  file_->Close();
+}
 
 } // namespace velk

@@ -21,12 +21,12 @@ public:
   class Row {
   public:
     explicit Row(Listing& owner) : owner_(owner) {}
-    Row& Text(std::string_view text);         // as it stands
-    Row& Int(long value);                     // " 12 ", "-1 "
-    Row& Real(double value);                  // plain real: " .3 ", "-1.5E-07 "
+    Row& Text(std::string_view text);                       // as it stands
+    Row& Int(long value);                                   // " 12 ", "-1 "
+    Row& Real(double value);                                // plain real: " .3 ", "-1.5E-07 "
     Row& Formatted(double value, std::string_view picture); // "2.90E+04"
-    Row& Tab(std::size_t column);             // to 1-based column, as Tab(n)
-    Row& Then(std::string_view text);         // straight after the last item
+    Row& Tab(std::size_t column);                           // to 1-based column, as Tab(n)
+    Row& Then(std::string_view text);                       // straight after the last item
     Row& ThenInt(long value);
     Row& ThenReal(double value);
     void End();

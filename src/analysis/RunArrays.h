@@ -60,10 +60,10 @@ private:
 
 // What the deck's geometry and element blocks fill.
 struct RunArrays {
-  Array1<double> X, Y;             // point coordinates
-  Array2<Integer> plateConn;       // 4 x plates
+  Array1<double> X, Y;       // point coordinates
+  Array2<Integer> plateConn; // 4 x plates
   Array1<double> plateThick;
-  Array2<Integer> stiffConn;       // 2 x stiffeners
+  Array2<Integer> stiffConn; // 2 x stiffeners
   Array1<double> stiffThick, stiffWidth;
 
   // Sized for `rows` point entries, `plates` and `stiffeners` elements; an

@@ -63,6 +63,8 @@ void frmEigen::cmdApply_Click() {
   }
 }
 
-void frmEigen::cmdCancel_Click() { AnalysisCancel = -1; }
+void frmEigen::cmdCancel_Click() {
+  AnalysisCancel = -1;
+}
 
 } // namespace velk

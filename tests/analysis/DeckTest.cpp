@@ -17,7 +17,8 @@ protected:
   void OnePlate() {
     Mesh& m = gMesh();
     const float xy[4][2] = {{0, 0}, {10, 0}, {10, 10}, {0, 10}};
-    for (int i = 0; i < 4; ++i) m.Nodes().Add(xy[i][0], xy[i][1], i + 1, std::to_string(i + 1));
+    for (int i = 0; i < 4; ++i)
+      m.Nodes().Add(xy[i][0], xy[i][1], i + 1, std::to_string(i + 1));
     m.Nodes().SetNumberNodesX(2);
     m.Nodes().SetNumberNodesY(2);
     auto p = m.fourNodes().Add(Node(1), Node(2), Node(3), Node(4), 1, "1");
@@ -43,7 +44,8 @@ TEST_F(DeckTest, OnePlateDeckIsWrittenRecordForRecord) {
   Node(1)->SetXTDir(1);
   Node(1)->SetYTDir(1);
   Node(4)->SetXTDir(1);
-  for (int i = 1; i <= 4; ++i) Node(i)->SetZTDir(1);
+  for (int i = 1; i <= 4; ++i)
+    Node(i)->SetZTDir(1);
 
   ASSERT_EQ(Write_Deck(), 1);
   EXPECT_EQ(session().gTempInFile, Scratch("velktempin.vlk"));
@@ -149,12 +151,14 @@ TEST(DeckReaderTest, RunRecordsGeneratePointsAndElements) {
   EXPECT_EQ(a.X[2], 4); // X1, not X2: a run of one takes the first point
   const int expected[3][4] = {{1, 2, 5, 4}, {3, 4, 7, 6}, {5, 6, 9, 8}};
   for (int e = 1; e <= 3; ++e)
-    for (int k = 1; k <= 4; ++k) EXPECT_EQ(a.plateConn(k, e), expected[e - 1][k - 1]);
+    for (int k = 1; k <= 4; ++k)
+      EXPECT_EQ(a.plateConn(k, e), expected[e - 1][k - 1]);
   EXPECT_EQ(a.stiffConn(1, 2), 3);
   EXPECT_EQ(a.stiffConn(2, 2), 4);
   EXPECT_EQ(a.stiffConn(1, 1), 1);
   // A negative step walks down: 3, 2, 1.
-  for (int e = 1; e <= 3; ++e) EXPECT_EQ(a.plateThick[e], 0.25);
+  for (int e = 1; e <= 3; ++e)
+    EXPECT_EQ(a.plateThick[e], 0.25);
   EXPECT_EQ(a.stiffThick[1], 0.5);
   EXPECT_EQ(a.stiffWidth[1], 4);
   EXPECT_DOUBLE_EQ(a.stiffThick[2], 0.1);

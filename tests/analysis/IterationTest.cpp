@@ -24,7 +24,8 @@ TEST(IterationPartsTest, InitialModeShapes) {
     EXPECT_EQ(x[3 * i - 1], 0.0);
   }
   Initial_Mode(x, 7, 1);
-  for (int i = 1; i <= 7; ++i) EXPECT_EQ(x[3 * i - 3], 1.0);
+  for (int i = 1; i <= 7; ++i)
+    EXPECT_EQ(x[3 * i - 3], 1.0);
   Initial_Mode(x, 2, 0); // fewer than three points: all down
   EXPECT_EQ(x[0], -0.5);
 }
@@ -97,7 +98,8 @@ TEST_F(TraceTest, SymmetricStartConvergesOnTheFirstShift) {
   EXPECT_NEAR(t[0].lambda, 0.0263, 0.00005);
   EXPECT_NEAR(t[1].lambda, 0.0354, 0.00005);
   EXPECT_NEAR(t[2].lambda, 0.0369, 0.00005);
-  for (std::size_t i = 1; i < t.size(); ++i) EXPECT_GT(t[i].lambda, t[i - 1].lambda);
+  for (std::size_t i = 1; i < t.size(); ++i)
+    EXPECT_GT(t[i].lambda, t[i - 1].lambda);
   EXPECT_EQ(t.back().shift, 1);
   EXPECT_NEAR(t.back().lambda, 0.03748, 0.000005);
 }

@@ -87,7 +87,8 @@ TEST_F(RunDialogTest, EstimateMustBeNumericAndNothingIsStoredOtherwise) {
 
 TEST_F(RunDialogTest, TooSmallModelsAndLongTexts) {
   Mesh& m = gMesh();
-  for (int i = 1; i <= 3; ++i) m.Nodes().Add(static_cast<Single>(i), 0, i, std::to_string(i));
+  for (int i = 1; i <= 3; ++i)
+    m.Nodes().Add(static_cast<Single>(i), 0, i, std::to_string(i));
   frmEigen f;
   f.Form_Load();
   f.txtTitle = std::string(70, 'T');
@@ -145,7 +146,7 @@ TEST_F(RunDialogTest, OptionsLoadAndApply) {
 
   o.txtShift = "2.6"; // rounds to 3
   o.txtCycle = "2.5"; // ties go to even: 2
-  o.txtFactor = "-1";  // any factor is taken
+  o.txtFactor = "-1"; // any factor is taken
   o.chkshear = 1;
   o.optAll = true;
   o.optOneThird = false;

@@ -29,7 +29,8 @@ protected:
     }();
     const std::size_t kept = 4 + c.points + 2 * (c.plates + c.stiffeners);
     std::string deck;
-    for (std::size_t i = 0; i < kept; ++i) deck += (i == 2 ? counts : lines[i]) + "\r\n";
+    for (std::size_t i = 0; i < kept; ++i)
+      deck += (i == 2 ? counts : lines[i]) + "\r\n";
     WriteFile(session().gTempInFile, deck + blocks);
   }
 };
@@ -42,7 +43,8 @@ TEST_F(RunEndTest, StructureFreeAlongItsLoadIsAZeroPivot) {
   auto b = m.Nodes().Add(0, 10, 2, "2");
   m.Nodes().SetNumberNodesX(1);
   m.Nodes().SetNumberNodesY(2);
-  for (int i = 3; i <= 4; ++i) m.Nodes().Add(5, 5, i, std::to_string(i)); // four nodes, two loose
+  for (int i = 3; i <= 4; ++i)
+    m.Nodes().Add(5, 5, i, std::to_string(i)); // four nodes, two loose
   auto bar = m.twoNodes().Add(a, b, 1, "1");
   bar->Thickness = 0.1f;
   bar->width = 1;
@@ -63,7 +65,8 @@ TEST_F(RunEndTest, StructureFreeAlongItsLoadIsAZeroPivot) {
 
 TEST_F(RunEndTest, UnloadedPlateIsZeroOverZero) {
   Simply_Supported_Plate(4);
-  for (const auto& n : gMesh().Nodes()) n->XLoad = 0;
+  for (const auto& n : gMesh().Nodes())
+    n->XLoad = 0;
   gAnalysis().EigenValue = 0.5f;
   Run();
   EXPECT_EQ(host.Texts(), std::vector<std::string>{"Error: Overflow!"});
@@ -91,7 +94,8 @@ TEST_F(RunEndTest, BandOverflowIsListedAndEndsTheRun) {
   // capacity of 9 columns holds the in-plane element but not the bending one.
   Mesh& m = gMesh();
   const float xy[4][2] = {{0, 0}, {10, 0}, {10, 10}, {0, 10}};
-  for (int i = 0; i < 4; ++i) m.Nodes().Add(xy[i][0], xy[i][1], i + 1, std::to_string(i + 1));
+  for (int i = 0; i < 4; ++i)
+    m.Nodes().Add(xy[i][0], xy[i][1], i + 1, std::to_string(i + 1));
   m.Nodes().SetNumberNodesX(4);
   m.Nodes().SetNumberNodesY(1);
   auto p = m.fourNodes().Add(m.Nodes().Item(1), m.Nodes().Item(2), m.Nodes().Item(3),
@@ -124,7 +128,8 @@ TEST_F(RunEndTest, CancelDuringAssemblyKeepsTheEarlierResults) {
   const Single u = GridNode(4, 2).InPDispX;
   // A changed load, and Cancel pressed at the fifth yield: among the plates
   // of the in-plane stage.
-  for (int i = 0; i <= 4; ++i) GridNode(4, i).XLoad *= 2;
+  for (int i = 0; i <= 4; ++i)
+    GridNode(4, i).XLoad *= 2;
   host.progress.clear();
   int yields = 0;
   host.onYield = [&] {
@@ -148,7 +153,8 @@ TEST_F(RunEndTest, CancelDuringTheIterationKeepsTheOldMode) {
   const Single eigen = gAnalysis().EigenValue;
   const Single w = GridNode(2, 2).zcoord;
   const Single u = GridNode(4, 2).InPDispX;
-  for (int i = 0; i <= 4; ++i) GridNode(4, i).XLoad *= 2;
+  for (int i = 0; i <= 4; ++i)
+    GridNode(4, i).XLoad *= 2;
   analysisHooks().Cycle = [](int, int cycle, double, double, double) {
     if (cycle == 2) AnalysisCancel = -1;
   };
@@ -177,19 +183,18 @@ TEST_F(RunEndTest, HandMadeRunRecordsGiveTheSameStructure) {
   // The same loads and supports as runs, with records that have no effect
   // and records whose last and step need repair.
   ASSERT_EQ(Write_Deck(), 1);
-  Rewrite_Nodal_Blocks("16,0,25,5,2,0,16,0",
-                       "22,24,1,-2.5,0\r\n"
-                       "7,7,1,0,0\r\n"
-                       "21,25,4,-1.25,0\r\n"
-                       "1,5,1,-1,0,0,0\r\n"
-                       "3,3,1,0,0,0,0\r\n"
-                       "1,0,0,0,-1,0,0\r\n"
-                       "1,4,1,-1,0,0\r\n"
-                       "9,9,1,0,0,0\r\n"
-                       "5,2,-1,-1,0,0\r\n"
-                       "21,25,1,-1,0,0\r\n"
-                       "6,16,5,-1,0,0\r\n"
-                       "10,20,5,-1,0,0\r\n");
+  Rewrite_Nodal_Blocks("16,0,25,5,2,0,16,0", "22,24,1,-2.5,0\r\n"
+                                             "7,7,1,0,0\r\n"
+                                             "21,25,4,-1.25,0\r\n"
+                                             "1,5,1,-1,0,0,0\r\n"
+                                             "3,3,1,0,0,0,0\r\n"
+                                             "1,0,0,0,-1,0,0\r\n"
+                                             "1,4,1,-1,0,0\r\n"
+                                             "9,9,1,0,0,0\r\n"
+                                             "5,2,-1,-1,0,0\r\n"
+                                             "21,25,1,-1,0,0\r\n"
+                                             "6,16,5,-1,0,0\r\n"
+                                             "10,20,5,-1,0,0\r\n");
   Run_Analysis();
   EXPECT_EQ(gAnalysis().EigenValue, written);
   EXPECT_EQ(GridNode(4, 2).InPDispX, u);
@@ -198,7 +203,8 @@ TEST_F(RunEndTest, HandMadeRunRecordsGiveTheSameStructure) {
     auto at = std::find(l.begin(), l.end(), title);
     std::size_t n = 0;
     if (at != l.end())
-      for (++at; at != l.end() && !at->starts_with("["); ++at) ++n;
+      for (++at; at != l.end() && !at->starts_with("["); ++at)
+        ++n;
     return n;
   };
   // A row per record; the out-of-plane restraints leave out the record

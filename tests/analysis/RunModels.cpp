@@ -38,7 +38,8 @@ void Simply_Supported_Plate(int n) {
     GridNode(n, i).XLoad = static_cast<Single>(-10.0 / n * (i == 0 || i == n ? 0.5 : 1.0));
   }
   GridNode(0, 0).SetYTDir(1);
-  for (const auto& node : gMesh().Nodes()) node->UpdatePropertyDefined();
+  for (const auto& node : gMesh().Nodes())
+    node->UpdatePropertyDefined();
 }
 
 void Stiffened_Plate(int n) {
@@ -75,7 +76,8 @@ void Girder_In_Bending() {
   GridNode(0, 0).XLoad = -force;
   GridNode(nx, ny).XLoad = -force;
   GridNode(nx, 0).XLoad = force;
-  for (const auto& node : gMesh().Nodes()) node->UpdatePropertyDefined();
+  for (const auto& node : gMesh().Nodes())
+    node->UpdatePropertyDefined();
 }
 
 } // namespace velk::test

@@ -33,7 +33,8 @@ protected:
     auto at = std::find(lines.begin(), lines.end(), title);
     std::vector<std::string> rows;
     if (at == lines.end()) return rows;
-    for (++at; at != lines.end() && !at->starts_with("["); ++at) rows.push_back(*at);
+    for (++at; at != lines.end() && !at->starts_with("["); ++at)
+      rows.push_back(*at);
     return rows;
   }
   // A straight line of n flat bars along X, 10 long, held as a pin-ended column
@@ -50,7 +51,8 @@ protected:
       bar->width = 1;
       bar->UpdatePropertyDefined();
     }
-    for (const auto& node : m.Nodes()) node->SetYTDir(1);
+    for (const auto& node : m.Nodes())
+      node->SetYTDir(1);
     m.Nodes().Item(1)->SetXTDir(1);
     m.Nodes().Item(1)->SetXRDir(1);
     m.Nodes().Item(1)->SetZTDir(1);
@@ -109,7 +111,8 @@ TEST_F(RunTest, ResultsGoIntoTheModel) {
   // The mode: one half-wave each way, w largest at the centre, edges still.
   EXPECT_EQ(GridNode(0, 2).zcoord, 0.0f);
   float largest = 0;
-  for (const auto& node : gMesh().Nodes()) largest = std::max(largest, std::fabs(node->zcoord));
+  for (const auto& node : gMesh().Nodes())
+    largest = std::max(largest, std::fabs(node->zcoord));
   EXPECT_EQ(std::fabs(GridNode(2, 2).zcoord), largest);
   EXPECT_GT(largest, 0.5f);
   EXPECT_EQ(host.progress.back(), "Buckling Analysis Completes...");
@@ -150,8 +153,10 @@ TEST_F(RunTest, ListingOfAPlateModel) {
   EXPECT_EQ(l[16], " 1             0             0 ");
   EXPECT_EQ(l[17], " 2             0             2.5 ");
   const auto plates = Section(l, "[Plate Element Info]");
-  EXPECT_EQ(plates[0], "Number        Node1         Node2          Node3        Node4         Thickness");
-  EXPECT_EQ(plates[1], " 1             1             6             7             2             .1 ");
+  EXPECT_EQ(plates[0],
+            "Number        Node1         Node2          Node3        Node4         Thickness");
+  EXPECT_EQ(plates[1],
+            " 1             1             6             7             2             .1 ");
   const auto loads = Section(l, "[Loads]");
   ASSERT_EQ(loads.size(), 6u);
   EXPECT_EQ(loads[1], " 21           -1.25          0 ");

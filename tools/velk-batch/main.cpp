@@ -56,10 +56,14 @@ public:
     last = text;
     switch (buttons & 7) {
     case vbYesNo:
-    case vbYesNoCancel: return vbYes;
-    case vbRetryCancel: return vbRetry;
-    case vbAbortRetryIgnore: return vbIgnore;
-    default: return vbOK;
+    case vbYesNoCancel:
+      return vbYes;
+    case vbRetryCancel:
+      return vbRetry;
+    case vbAbortRetryIgnore:
+      return vbIgnore;
+    default:
+      return vbOK;
     }
   }
   std::optional<std::string> InputBox(const std::string&, const std::string&,
@@ -84,15 +88,24 @@ int Usage(const std::string& why) {
 }
 
 std::map<std::string, std::string*> FieldsOf(frmBeamShape& f) {
-  return {{"txtBL", &f.txtBL},         {"txtBTFW", &f.txtBTFW},
-          {"txtBTFT", &f.txtBTFT},     {"txtBWH", &f.txtBWH},
-          {"txtBWT", &f.txtBWT},       {"txtBBFW", &f.txtBBFW},
-          {"txtBBFT", &f.txtBBFT},     {"txtBTFWE", &f.txtBTFWE},
-          {"txtBTFTE", &f.txtBTFTE},   {"txtBWHE", &f.txtBWHE},
-          {"txtBWTE", &f.txtBWTE},     {"txtBBFWE", &f.txtBBFWE},
-          {"txtBBFTE", &f.txtBBFTE},   {"txtOffset", &f.txtOffset},
-          {"txtMOE", &f.txtMOE},       {"txtPR", &f.txtPR},
-          {"txtNumXElements", &f.txtNumXElements}, {"txtNumYElements", &f.txtNumYElements}};
+  return {{"txtBL", &f.txtBL},
+          {"txtBTFW", &f.txtBTFW},
+          {"txtBTFT", &f.txtBTFT},
+          {"txtBWH", &f.txtBWH},
+          {"txtBWT", &f.txtBWT},
+          {"txtBBFW", &f.txtBBFW},
+          {"txtBBFT", &f.txtBBFT},
+          {"txtBTFWE", &f.txtBTFWE},
+          {"txtBTFTE", &f.txtBTFTE},
+          {"txtBWHE", &f.txtBWHE},
+          {"txtBWTE", &f.txtBWTE},
+          {"txtBBFWE", &f.txtBBFWE},
+          {"txtBBFTE", &f.txtBBFTE},
+          {"txtOffset", &f.txtOffset},
+          {"txtMOE", &f.txtMOE},
+          {"txtPR", &f.txtPR},
+          {"txtNumXElements", &f.txtNumXElements},
+          {"txtNumYElements", &f.txtNumYElements}};
 }
 
 int Generate(const std::vector<std::string>& args) {
@@ -138,14 +151,17 @@ int Info(const std::vector<std::string>& args) {
   InstallHost(&host);
   float version = 0;
   bool read = false;
-  bool ok = Run_File_Command("File Open Error!",
-                             [&] { read = Open_Project_File(args[0], &version); });
+  bool ok =
+      Run_File_Command("File Open Error!", [&] { read = Open_Project_File(args[0], &version); });
   if (!ok || !read) return 1;
   Mesh& m = gMesh();
   long definedPlates = 0, definedStiffeners = 0, connected = 0;
-  for (const auto& p : m.fourNodes()) definedPlates += p->PropertyDefined != 0;
-  for (const auto& s : m.twoNodes()) definedStiffeners += s->PropertyDefined != 0;
-  for (const auto& n : m.Nodes()) connected += n->Connected != 0;
+  for (const auto& p : m.fourNodes())
+    definedPlates += p->PropertyDefined != 0;
+  for (const auto& s : m.twoNodes())
+    definedStiffeners += s->PropertyDefined != 0;
+  for (const auto& n : m.Nodes())
+    connected += n->Connected != 0;
   std::cout << "version: " << SingleToText(version) << '\n'
             << "title: " << gAnalysis().Title << '\n'
             << "nodes: " << m.Nodes().Count() << '\n'
@@ -159,13 +175,11 @@ int Info(const std::vector<std::string>& args) {
   return 0;
 }
 
-
 // A folder of our own for the deck and the listing, removed on the way out.
 class TemporaryFolderGuard {
 public:
   TemporaryFolderGuard() {
-    std::string pattern =
-        (std::filesystem::temp_directory_path() / "velk-batch-XXXXXX").string();
+    std::string pattern = (std::filesystem::temp_directory_path() / "velk-batch-XXXXXX").string();
     if (!::mkdtemp(pattern.data())) throw std::runtime_error("cannot create a temporary folder");
     path_ = pattern;
     SetTemporaryFolder(path_);
@@ -195,10 +209,13 @@ bool CopyIfMade(const std::string& from, const std::string& to) {
 int Run(const std::vector<std::string>& args) {
   std::string in, out, listing, deck, estimate, shift, cycle, factor;
   bool sym = false, torsion = false, shear = false;
-  const std::map<std::string, std::string*> valued = {
-      {"-o", &out},           {"--listing", &listing},  {"--deck", &deck},
-      {"--estimate", &estimate}, {"--max-shift", &shift}, {"--max-cycle", &cycle},
-      {"--factor", &factor}};
+  const std::map<std::string, std::string*> valued = {{"-o", &out},
+                                                      {"--listing", &listing},
+                                                      {"--deck", &deck},
+                                                      {"--estimate", &estimate},
+                                                      {"--max-shift", &shift},
+                                                      {"--max-cycle", &cycle},
+                                                      {"--factor", &factor}};
   for (std::size_t i = 0; i < args.size(); ++i) {
     const std::string& a = args[i];
     if (auto v = valued.find(a); v != valued.end()) {
