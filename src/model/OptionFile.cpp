@@ -19,13 +19,32 @@ void SetOptionFileEnabled(bool enabled) {
   gInMemory.clear();
 }
 
+namespace {
+void WriteOptions(OutFile& file) {
+  FieldWriter out(file);
+  gAnalysis().StoreData1_4Option(out);
+  gView().StoreData1_4Option(out);
+}
+} // namespace
+
+std::string Option_Data() {
+  std::string data;
+  OutFile sink(&data);
+  WriteOptions(sink);
+  return data;
+}
+
+void Read_Option_Data(std::string data) {
+  FieldReader in(std::move(data));
+  gAnalysis().ReadData1_4Option(in);
+  gView().ReadData1_4Option(in);
+}
+
 void Save_Option() {
   try {
     gInMemory.clear();
     OutFile file = gFileEnabled ? OutFile(SettingsPath()) : OutFile(&gInMemory);
-    FieldWriter out(file);
-    gAnalysis().StoreData1_4Option(out);
-    gView().StoreData1_4Option(out);
+    WriteOptions(file);
     file.Close();
   } catch (const std::exception&) {
     MsgBox("Error: Saving INI file!");
@@ -35,9 +54,7 @@ void Save_Option() {
 void Read_Option() {
   try {
     if (!gFileEnabled && gInMemory.empty()) return; // nothing saved yet: defaults stay
-    FieldReader in(gFileEnabled ? ReadWholeFile(SettingsPath()) : gInMemory);
-    gAnalysis().ReadData1_4Option(in);
-    gView().ReadData1_4Option(in);
+    Read_Option_Data(gFileEnabled ? ReadWholeFile(SettingsPath()) : gInMemory);
   } catch (const std::exception&) {
     MsgBox("Error: Reading INI file!");
   }

@@ -15,10 +15,7 @@ void PrepareDialog(FileDialog& d, const char* title, int flags) {
   d.Flags = flags;
 }
 
-} // namespace
-
-void Save_Project_File(const std::string& path) {
-  OutFile file(path);
+void WriteProject(OutFile& file) {
   FieldWriter out(file);
   out.Line("VELK Version");
   out.Line(" 1.4 ");
@@ -26,11 +23,29 @@ void Save_Project_File(const std::string& path) {
   gBeamShape().StoreData1_4(out);
   gMesh().StoreData1_4(out);
   gMaterial().StoreData1_4(out);
+}
+
+} // namespace
+
+void Save_Project_File(const std::string& path) {
+  OutFile file(path);
+  WriteProject(file);
   file.Close();
 }
 
+std::string Project_Data() {
+  std::string data;
+  OutFile sink(&data);
+  WriteProject(sink);
+  return data;
+}
+
 bool Open_Project_File(const std::string& path, float* version) {
-  FieldReader in(ReadWholeFile(path));
+  return Open_Project_Data(ReadWholeFile(path), FileTitleOf(path), version);
+}
+
+bool Open_Project_Data(std::string data, const std::string& fileTitle, float* version) {
+  FieldReader in(std::move(data));
   in.Text(); // the header line says nothing the version does not
   float v = in.Single();
   if (version) *version = v;
@@ -53,7 +68,7 @@ bool Open_Project_File(const std::string& path, float* version) {
   if (read) {
     if (hooks().Update) hooks().Update();
     if (hooks().updateToolBar) hooks().updateToolBar();
-    SetCaption(std::string(kCaptionPrefix) + FileTitleOf(path));
+    SetCaption(std::string(kCaptionPrefix) + fileTitle);
   }
   gView().Initialization();
   gView().Refresh();

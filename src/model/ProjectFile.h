@@ -22,6 +22,12 @@ void Save_Project_File(const std::string& path);
 // Returns false when the version is neither 1.3 nor 1.4 (the message has been shown).
 bool Open_Project_File(const std::string& path, float* version = nullptr);
 
+// The same two steps on text in memory: what Save_Project_File writes, and the
+// reading of Open_Project_File once the file's bytes are in; `fileTitle` goes
+// into the caption.
+std::string Project_Data();
+bool Open_Project_Data(std::string data, const std::string& fileTitle, float* version = nullptr);
+
 // Shows the "Disk Error" dialog for the file failures it knows.
 void File_Errors(int number);
 

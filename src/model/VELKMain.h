@@ -62,5 +62,9 @@ std::string SettingsPath();
 void SetOptionFileEnabled(bool enabled);
 void Save_Option();
 void Read_Option();
+// The reading of Read_Option on text in memory, with the same fallbacks.
+void Read_Option_Data(std::string data);
+// The nine lines that Save_Option writes.
+std::string Option_Data();
 
 } // namespace velk
