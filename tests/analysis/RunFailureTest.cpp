@@ -76,6 +76,17 @@ TEST_F(RunEndTest, UnloadedPlateIsZeroOverZero) {
   EXPECT_EQ(GridNode(4, 2).InPDispX, 0.0f);
 }
 
+TEST_F(RunEndTest, MoreFreedomsThanSixteenBitsIsAnOverflow) {
+  // 111 x 101 = 11211 points: three freedoms each pass 32767.
+  Generate_Web(110, 100, "100", "100", "0.1");
+  GridNode(0, 0).SetXTDir(1);
+  GridNode(110, 0).XLoad = -1;
+  GridNode(110, 0).UpdatePropertyDefined();
+  Run();
+  EXPECT_EQ(host.Texts(), std::vector<std::string>{"Error: Overflow!"});
+  EXPECT_EQ(host.progress, std::vector<std::string>{"Error: Overflow!"});
+}
+
 TEST_F(RunEndTest, ModelWithoutElementsFailsAtOnce) {
   Simply_Supported_Plate(4);
   for (const auto& p : gMesh().fourNodes()) {
