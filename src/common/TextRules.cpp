@@ -7,11 +7,29 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <locale.h>
 #include <string>
 
 namespace velk {
 
 namespace {
+
+// The files and dialogs write a point as the decimal sign whatever locale the
+// process runs in (a toolkit may set it from the environment), so every C
+// conversion below runs in the "C" locale for its thread.
+class CLocaleScope {
+public:
+  CLocaleScope() : old_(c_ ? uselocale(c_) : nullptr) {}
+  ~CLocaleScope() {
+    if (old_) uselocale(old_);
+  }
+  CLocaleScope(const CLocaleScope&) = delete;
+  CLocaleScope& operator=(const CLocaleScope&) = delete;
+
+private:
+  static inline const locale_t c_ = newlocale(LC_ALL_MASK, "C", locale_t(0));
+  locale_t old_;
+};
 
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
@@ -68,6 +86,7 @@ std::string GText(double value, int digits, bool fileForm) {
   if (std::isnan(value)) return "0";
   if (std::isinf(value)) value = value > 0 ? DBL_MAX : -DBL_MAX;
   char buf[64];
+  CLocaleScope c;
   std::snprintf(buf, sizeof buf, "%.*g", digits, value);
   return Tidy(buf, fileForm);
 }
@@ -79,7 +98,7 @@ bool IsNumeric(std::string_view text) { return !NumericCore(text).empty(); }
 double TextToDouble(std::string_view text) {
   std::string core = NumericCore(text);
   if (core.empty()) Raise(errTypeMismatch, "type mismatch: '" + std::string(text) + "'");
-  errno = 0;
+  CLocaleScope c;
   double v = std::strtod(core.c_str(), nullptr);
   if (std::isinf(v)) Raise(errOverflow, "overflow: '" + core + "'");
   return v;
@@ -90,6 +109,7 @@ Single TextToSingle(std::string_view text) {
   if (core.empty()) Raise(errTypeMismatch, "type mismatch: '" + std::string(text) + "'");
   // strtof rounds the decimal text straight to the nearest float, with no
   // double rounding through a 64-bit value.
+  CLocaleScope c;
   float v = std::strtof(core.c_str(), nullptr);
   if (std::isinf(v)) Raise(errOverflow, "overflow: '" + core + "'");
   return v;
@@ -129,6 +149,7 @@ std::string DoubleToFileText(double value) { return GText(value, 15, true); }
 
 std::string Format(double value, std::string_view picture) {
   char buf[64];
+  CLocaleScope c;
   if (!std::isfinite(value)) value = std::isnan(value) ? 0.0 : (value > 0 ? DBL_MAX : -DBL_MAX);
   if (picture == "0.00E+00" || picture == "Scientific") {
     std::snprintf(buf, sizeof buf, "%.2E", value);

@@ -6,8 +6,12 @@
 #include <gtest/gtest.h>
 
 #include <cfloat>
+#include <clocale>
 #include <cmath>
 #include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
 #include <string>
 
 namespace velk {
@@ -234,6 +238,60 @@ INSTANTIATE_TEST_SUITE_P(
                       PictureCase{42, "00000", "00042"}, PictureCase{123456, "00000", "123456"},
                       PictureCase{0, "00000", "00000"}, PictureCase{-5, "00000", "-00005"},
                       PictureCase{0.25, "0.000", "0.250"}));
+
+
+// ---- independence of the process locale ----
+
+// Makes a German locale (decimal comma) the process locale for the life of
+// the object, building it with localedef into a scratch folder that later runs
+// reuse; `ok` says whether that worked.
+class GermanLocale {
+public:
+  GermanLocale() {
+    const std::string dir = (std::filesystem::temp_directory_path() / "velk-test-locale").string();
+    const char* old = std::getenv("LOCPATH");
+    hadLocPath_ = old != nullptr;
+    if (old) oldLocPath_ = old;
+    setenv("LOCPATH", dir.c_str(), 1);
+    saved_ = std::setlocale(LC_ALL, nullptr);
+    // The C library remembers a locale it failed to find, so build it first.
+    if (!std::filesystem::exists(dir + "/de_DE.UTF-8/LC_NUMERIC")) {
+      std::filesystem::create_directories(dir);
+      std::string cmd = "localedef -i de_DE -f UTF-8 '" + dir + "/de_DE.UTF-8' >/dev/null 2>&1";
+      if (std::system(cmd.c_str()) != 0) return;
+    }
+    ok = std::setlocale(LC_ALL, "de_DE.UTF-8") != nullptr;
+  }
+  ~GermanLocale() {
+    std::setlocale(LC_ALL, saved_.c_str());
+    if (hadLocPath_) setenv("LOCPATH", oldLocPath_.c_str(), 1);
+    else unsetenv("LOCPATH");
+  }
+  bool ok = false;
+
+private:
+  std::string saved_, oldLocPath_;
+  bool hadLocPath_ = false;
+};
+
+TEST(TextRulesLocale, PointIsTheDecimalSignWhateverTheLocale) {
+  GermanLocale german;
+  if (!german.ok) GTEST_SKIP() << "no German locale can be built here";
+  char probe[16];
+  std::snprintf(probe, sizeof probe, "%.1f", 0.5);
+  ASSERT_STREQ(probe, "0,5"); // the locale really is in force
+  EXPECT_EQ(TextToSingle("0.5"), 0.5f);
+  EXPECT_EQ(TextToDouble("-1.25E-3"), -1.25e-3);
+  EXPECT_EQ(TextToInteger("2.5"), 2);
+  EXPECT_FALSE(IsNumeric("0,5"));
+  EXPECT_EQ(SingleToText(0.5f), "0.5");
+  EXPECT_EQ(SingleToFileText(-0.25f), "-.25");
+  EXPECT_EQ(DoubleToFileText(0.125), ".125");
+  EXPECT_EQ(Format(29000, "0.00E+00"), "2.90E+04");
+  EXPECT_EQ(Format(3.14159, "###0.00"), "3.14");
+  EXPECT_EQ(Format(1.5, "##0.00#"), "1.50");
+  EXPECT_EQ(Format(0.25, "0.000"), "0.250");
+}
 
 } // namespace
 } // namespace velk
