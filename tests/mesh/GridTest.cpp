@@ -11,35 +11,35 @@ namespace {
 
 class NodeGrid : public SessionTest {
 protected:
-  Nodes& nodes = gMesh().Nodes();
-  double X(long position) { return nodes.Item(position)->xcoord; }
-  double Y(long position) { return nodes.Item(position)->ycoord; }
+  Nodes& nodes() { return gMesh().Nodes(); } // the session is fresh from SetUp on
+  double X(long position) { return nodes().Item(position)->xcoord; }
+  double Y(long position) { return nodes().Item(position)->ycoord; }
 };
 
 TEST_F(NodeGrid, EvenGridOfTheDefaultGirder) {
-  nodes.Generate(0, 0, 0, 16.5f, 120, 0, 120, 16.5f, 15, 4);
-  ASSERT_EQ(nodes.Count(), 60);
+  nodes().Generate(0, 0, 0, 16.5f, 120, 0, 120, 16.5f, 15, 4);
+  ASSERT_EQ(nodes().Count(), 60);
   EXPECT_EQ(X(1), 0);
   EXPECT_EQ(Y(1), 0);
   EXPECT_EQ(X(2), 0);
   EXPECT_EQ(Y(2), 5.5);
   EXPECT_EQ(Y(3), 11);
   EXPECT_EQ(Y(4), 16.5);
-  EXPECT_FLOAT_EQ(nodes.Item(5)->xcoord, 120.0f / 14.0f);
+  EXPECT_FLOAT_EQ(nodes().Item(5)->xcoord, 120.0f / 14.0f);
   EXPECT_EQ(Y(5), 0);
   EXPECT_EQ(X(60), 120);
   EXPECT_EQ(Y(60), 16.5);
   for (long p = 1; p <= 60; ++p) {
-    EXPECT_EQ(nodes.Item(p)->ID, p);
-    EXPECT_EQ(nodes.Item(std::to_string(p)), nodes.Item(p));
-    EXPECT_EQ(nodes.Item(p)->zcoord, 0.0f);
-    EXPECT_FALSE(IsTrue(nodes.Item(p)->PropertyDefined()));
+    EXPECT_EQ(nodes().Item(p)->ID, p);
+    EXPECT_EQ(nodes().Item(std::to_string(p)), nodes().Item(p));
+    EXPECT_EQ(nodes().Item(p)->zcoord, 0.0f);
+    EXPECT_FALSE(IsTrue(nodes().Item(p)->PropertyDefined()));
   }
 }
 
 TEST_F(NodeGrid, ColumnsRunStraightBetweenTheEdgesOfATrapezium) {
-  nodes.Generate(0, 0, 0, 10, 100, 0, 100, 20, 3, 3);
-  ASSERT_EQ(nodes.Count(), 9);
+  nodes().Generate(0, 0, 0, 10, 100, 0, 100, 20, 3, 3);
+  ASSERT_EQ(nodes().Count(), 9);
   EXPECT_EQ(X(4), 50);
   EXPECT_EQ(Y(4), 0);
   EXPECT_EQ(X(5), 50);
@@ -51,7 +51,7 @@ TEST_F(NodeGrid, ColumnsRunStraightBetweenTheEdgesOfATrapezium) {
 
 TEST_F(NodeGrid, SlopedEdgesMoveTheColumnEnds) {
   // The bottom edge falls to -2 and the top edge to 14.5 at the far end.
-  nodes.Generate(0, 0, 0, 16.5f, 120, -2, 120, 14.5f, 3, 2);
+  nodes().Generate(0, 0, 0, 16.5f, 120, -2, 120, 14.5f, 3, 2);
   EXPECT_EQ(X(3), 60);
   EXPECT_EQ(Y(3), -1);
   EXPECT_EQ(Y(4), 15.5);
@@ -60,8 +60,8 @@ TEST_F(NodeGrid, SlopedEdgesMoveTheColumnEnds) {
 }
 
 TEST_F(NodeGrid, ProportionalColumnsFollowTheDepth) {
-  nodes.GenerateProportional(0, 0, 0, 10, 100, 0, 100, 20, 5, 3);
-  ASSERT_EQ(nodes.Count(), 15);
+  nodes().GenerateProportional(0, 0, 0, 10, 100, 0, 100, 20, 5, 3);
+  ASSERT_EQ(nodes().Count(), 15);
   const double expected[] = {0, 17.10, 38.65, 65.80, 100};
   for (int i = 0; i < 5; ++i) {
     EXPECT_NEAR(X(i * 3 + 1), expected[i], 0.005) << "column " << i + 1;
@@ -83,8 +83,8 @@ TEST_F(NodeGrid, ProportionalColumnsFollowTheDepth) {
 }
 
 TEST_F(NodeGrid, ProportionalColumnsShrinkTowardsAShallowerEnd) {
-  nodes.GenerateProportional(0, 0, 0, 20, 100, 0, 100, 10, 5, 2);
-  ASSERT_EQ(nodes.Count(), 10);
+  nodes().GenerateProportional(0, 0, 0, 20, 100, 0, 100, 10, 5, 2);
+  ASSERT_EQ(nodes().Count(), 10);
   EXPECT_EQ(X(1), 0);
   EXPECT_EQ(X(9), 100);
   double previous = 1e9;
@@ -98,8 +98,8 @@ TEST_F(NodeGrid, ProportionalColumnsShrinkTowardsAShallowerEnd) {
 }
 
 TEST_F(NodeGrid, ProportionalWithOneElementIsTheTwoEndColumns) {
-  nodes.GenerateProportional(0, 0, 0, 10, 100, 0, 100, 20, 2, 3);
-  ASSERT_EQ(nodes.Count(), 6);
+  nodes().GenerateProportional(0, 0, 0, 10, 100, 0, 100, 20, 2, 3);
+  ASSERT_EQ(nodes().Count(), 6);
   EXPECT_EQ(X(1), 0);
   EXPECT_EQ(Y(3), 10);
   EXPECT_EQ(X(4), 100);
@@ -108,18 +108,18 @@ TEST_F(NodeGrid, ProportionalWithOneElementIsTheTwoEndColumns) {
 }
 
 TEST_F(NodeGrid, AddGenerateLeavesOutTheFirstColumnAndNumbersFromOne) {
-  nodes.AddGenerate(0, 0, 0, 10, 100, 0, 100, 10, 3, 2);
-  ASSERT_EQ(nodes.Count(), 4);
-  EXPECT_EQ(nodes.Item(1)->ID, 1);
+  nodes().AddGenerate(0, 0, 0, 10, 100, 0, 100, 10, 3, 2);
+  ASSERT_EQ(nodes().Count(), 4);
+  EXPECT_EQ(nodes().Item(1)->ID, 1);
   EXPECT_EQ(X(1), 50);
   EXPECT_EQ(Y(2), 10);
   EXPECT_EQ(X(4), 100);
 }
 
 TEST_F(NodeGrid, SecondGenerateCollidesOnTheKeys) {
-  nodes.Generate(0, 0, 0, 1, 1, 0, 1, 1, 2, 2);
+  nodes().Generate(0, 0, 0, 1, 1, 0, 1, 1, 2, 2);
   try {
-    nodes.Generate(0, 0, 0, 1, 1, 0, 1, 1, 2, 2);
+    nodes().Generate(0, 0, 0, 1, 1, 0, 1, 1, 2, 2);
     FAIL() << "no fault";
   } catch (const Fault& f) {
     EXPECT_EQ(f.number(), errDuplicateKey);
