@@ -184,12 +184,14 @@ void Buckling_Stage(RunContext& run) {
   run.Kg.ClearRows(n);
   run.Ke.Clear();
   run.bw = 0;
+  StepTimer assembly;
 
   if (run.counts.plates > 0) Plates(run);
   if (run.counts.stiffeners > 0) Stiffeners(run);
 
   Report_Progress("Boundary Conditions for Out-of-plane Analysis...");
   Out_Of_Plane_Conditions(run);
+  assembly.Done(RunStep::StageTwoAssembly, n, run.bw);
 
   Report_Progress("Calculating Eigenvalue...");
   Checkpoint();

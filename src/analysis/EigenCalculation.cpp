@@ -130,6 +130,7 @@ void Stage_One(RunContext& run) {
     run.F[i] = 0.0;
   run.K.ClearRows(n);
   run.bw = 0;
+  StepTimer assembly;
   Report_Progress("Creating Stiffness Matrix...");
   Checkpoint();
 
@@ -218,10 +219,17 @@ void Stage_One(RunContext& run) {
     }
   }
 
+  assembly.Done(RunStep::StageOneAssembly, n, run.bw);
+
   Report_Progress("Solving...");
   Checkpoint();
+  if (analysisHooks().StageOneMatrix) analysisHooks().StageOneMatrix(run.K, n, run.bw);
+  StepTimer factor;
   Band_Factor(run.K, n, run.bw);
+  factor.Done(RunStep::StageOneFactor, n, run.bw);
+  StepTimer solve;
   Band_Solve(run.K, F, F, n, run.bw);
+  solve.Done(RunStep::StageOneSolve, n, run.bw);
   Checkpoint();
 
   // Results into the model, by the backward numbering.

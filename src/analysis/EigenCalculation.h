@@ -4,6 +4,7 @@
 // out-of-plane eigenproblem (K + lambda Kg) phi = 0 whose eigenvalue is the
 // buckling load factor. Input comes only from the deck written by Write_Deck;
 // results go back into fixed fields of the model.
+#include <chrono>
 #include <functional>
 #include <string>
 
@@ -27,6 +28,18 @@ enum class RunOutcome {
 };
 RunOutcome LastRunOutcome();
 
+class BandMatrix;
+
+// The heavy steps of a run, as the Timing hook names them.
+enum class RunStep {
+  StageOneAssembly, // element matrices into K, loads, restraints and springs
+  StageOneFactor,
+  StageOneSolve,
+  StageTwoAssembly, // bending and geometric element matrices, restraints, springs
+  ShiftFactor,      // the factoring of one shift of the iteration
+  ShiftCycles       // the cycles of that shift: product, solve, normalising
+};
+
 // Runs the analysis on gTempInFile, writing the listing gTempOutFile. Tells
 // what happened through progress texts, message boxes and the results; it
 // never throws.
@@ -46,7 +59,31 @@ struct AnalysisHooks {
   // the shift in use, the new estimate and the change of the iterate. For
   // tests and for a shell that wants to show the convergence.
   std::function<void(int shift, int cycle, double sigma, double lambda, double change)> Cycle;
+  // Wall time of each heavy step, with the equations and the bandwidth it
+  // worked on; for the benchmark. The clock is read only while it is set.
+  std::function<void(RunStep step, int n, int bw, double seconds)> Timing;
+  // The stage-one matrix as it goes into the factoring, restraints and springs
+  // applied; for the benchmark, which factors a copy of it by other means.
+  std::function<void(const BandMatrix& K, int n, int bw)> StageOneMatrix;
 };
 AnalysisHooks& analysisHooks();
+
+// Measures one step for the Timing hook: started on construction, reported by
+// Done. Costs nothing but a test when no hook is installed.
+class StepTimer {
+public:
+  StepTimer() : on_(static_cast<bool>(analysisHooks().Timing)) {
+    if (on_) start_ = std::chrono::steady_clock::now();
+  }
+  void Done(RunStep step, int n, int bw) {
+    if (!on_) return;
+    const std::chrono::duration<double> s = std::chrono::steady_clock::now() - start_;
+    analysisHooks().Timing(step, n, bw, s.count());
+  }
+
+private:
+  bool on_;
+  std::chrono::steady_clock::time_point start_;
+};
 
 } // namespace velk

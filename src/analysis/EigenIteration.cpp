@@ -92,7 +92,10 @@ bool Eigen_Iterate(BandMatrix& K, const BandMatrix& Kg, std::span<double> x, std
   double mu = 0.0;
   for (int shift = 1; shift <= options.MaxShift && !found; ++shift) {
     if (sigma != 0.0) Shift(K, Kg, sigma, n, bw);
+    StepTimer factoring;
     Band_Factor(K, n, bw);
+    factoring.Done(RunStep::ShiftFactor, n, bw);
+    StepTimer cycles;
     for (int cycle = 1; cycle <= options.MaxCycle; ++cycle) {
       Band_Multiply(Kg, x, y, n, bw);
       Band_Solve(K, y, y, n, bw);
@@ -111,6 +114,7 @@ bool Eigen_Iterate(BandMatrix& K, const BandMatrix& Kg, std::span<double> x, std
       host().Yield();
       if (AnalysisCancel == -1) return false;
     }
+    cycles.Done(RunStep::ShiftCycles, n, bw);
     if (found) break;
     // The cycles of this shift are used up (with none at all, 1 / mu is the
     // division by zero of an empty shift).

@@ -1,0 +1,257 @@
+// Run time of the buckling analysis on girders of growing size, up to the
+// largest the 16-bit freedom numbers admit (about 10,900 points), shallow and
+// deep. For each: the steps of the run, and our factoring of the stage-one
+// matrix against LAPACK's banded Cholesky (dpbtrf from OpenBLAS) on the same
+// matrix, which is positive definite once the restraints are in.
+//
+//   analysis_bench            all sizes
+//   analysis_bench 60x60 ...  only the girders named (elements along x by y)
+#include "analysis/BandMatrix.h"
+#include "analysis/Deck.h"
+#include "analysis/EigenCalculation.h"
+#include "common/Host.h"
+#include "common/ProgramFolder.h"
+#include "mesh/frmBeamShape.h"
+#include "model/VELKMain.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+extern "C" {
+void dpbtrf_(const char* uplo, const int* n, const int* kd, double* ab, const int* ldab, int* info,
+             std::size_t uploLength);
+void openblas_set_num_threads(int threads);
+char* openblas_get_corename();
+}
+
+using namespace velk;
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double Since(Clock::time_point start) {
+  return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+// Message boxes are counted and the last one kept (the eigenvalue, or why the
+// run failed); every question gets OK.
+class QuietHost final : public Host {
+public:
+  int MsgBox(const std::string& text, int, const std::string&) override {
+    last = text;
+    return vbOK;
+  }
+  std::optional<std::string> InputBox(const std::string&, const std::string&,
+                                      const std::string& d) override {
+    return d;
+  }
+  bool ShowOpen(FileDialog&) override { return false; }
+  bool ShowSave(FileDialog&) override { return false; }
+  void SetBusy(bool) override {}
+  void Yield() override {}
+  std::string last;
+};
+
+// The default girder section (flanges 12 x 0.5, web 16 x 0.5, length 120) on
+// nx by ny elements, held in-plane at its bottom corners, braced out of plane
+// at both ends, under equal and opposite end moments made of flange forces.
+bool Girder(int nx, int ny) {
+  Clear_Session();
+  frmBeamShape f;
+  f.Form_Activate();
+  f.txtNumXElements = std::to_string(nx);
+  f.txtNumYElements = std::to_string(ny);
+  f.cmdGenerate_Click();
+  if (!f.Unloaded) return false;
+  Nodes& nodes = gMesh().Nodes();
+  auto node = [&](int ix, int iy) -> Nodeb& {
+    return *nodes.Item(static_cast<long>(ix) * nodes.NumberNodesY() + iy + 1);
+  };
+  node(0, 0).SetXTDir(1);
+  node(0, 0).SetYTDir(1);
+  node(nx, 0).SetYTDir(1);
+  for (int i = 0; i <= ny; ++i) {
+    node(0, i).SetZTDir(1);
+    node(nx, i).SetZTDir(1);
+  }
+  const Single force = 1.0f / 16.5f;
+  node(0, ny).XLoad = force;
+  node(0, 0).XLoad = -force;
+  node(nx, ny).XLoad = -force;
+  node(nx, 0).XLoad = force;
+  for (const auto& n : nodes)
+    n->UpdatePropertyDefined();
+  return true;
+}
+
+// Rows 1..n of the band, bandwidth bw, into LAPACK's upper band storage:
+// column j holds A(j - kd .. j, j), with A(i, j) at row kd + i - j.
+std::vector<double> LapackUpper(const BandMatrix& M, int n, int bw) {
+  const int kd = bw - 1, ld = kd + 1;
+  std::vector<double> ab(static_cast<std::size_t>(ld) * n, 0.0);
+  for (int j = 0; j < n; ++j)
+    for (int i = std::max(0, j - kd); i <= j; ++i)
+      ab[static_cast<std::size_t>(j) * ld + (kd + i - j)] = M(i + 1, j - i + 1);
+  return ab;
+}
+
+// Best of `repeats` wall times of dpbtrf on fresh copies of ab.
+double TimeLapack(const std::vector<double>& ab, int n, int bw, int threads, int repeats) {
+  openblas_set_num_threads(threads);
+  const int kd = bw - 1, ld = kd + 1;
+  double best = 1e30;
+  for (int r = 0; r < repeats; ++r) {
+    std::vector<double> work = ab;
+    int info = 0;
+    const auto start = Clock::now();
+    dpbtrf_("U", &n, &kd, work.data(), &ld, &info, 1);
+    best = std::min(best, Since(start));
+    if (info != 0) {
+      std::printf("  dpbtrf: info %d (the matrix is not positive definite)\n", info);
+      return -1;
+    }
+  }
+  return best;
+}
+
+double TimeOurs(const BandMatrix& M, int n, int bw, int repeats) {
+  double best = 1e30;
+  for (int r = 0; r < repeats; ++r) {
+    BandMatrix work = M;
+    const auto start = Clock::now();
+    Band_Factor(work, n, bw);
+    best = std::min(best, Since(start));
+  }
+  return best;
+}
+
+// Rate of a factoring of n equations and bandwidth bw: n bw^2 / 2
+// multiply-adds, two floating-point operations each.
+double Gflops(int n, int bw, double seconds) {
+  return static_cast<double>(n) * bw * bw / seconds * 1e-9;
+}
+
+struct Girth {
+  int nx, ny;
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+  std::vector<Girth> sizes = {{20, 3},  {200, 3}, {1000, 3},  {2700, 3},
+                              {30, 30}, {60, 60}, {100, 100}};
+  if (argc > 1) {
+    sizes.clear();
+    for (int a = 1; a < argc; ++a) {
+      Girth g{};
+      if (std::sscanf(argv[a], "%dx%d", &g.nx, &g.ny) != 2) {
+        std::fprintf(stderr, "usage: analysis_bench [NXxNY ...]\n");
+        return 2;
+      }
+      sizes.push_back(g);
+    }
+  }
+
+  const std::string folder =
+      (std::filesystem::temp_directory_path() / ("velk-bench-" + std::to_string(::getpid())))
+          .string();
+  std::filesystem::create_directories(folder);
+  SetProgramFolder(folder);
+  SetTemporaryFolder(folder);
+  SetOptionFileEnabled(false);
+  QuietHost host;
+  InstallHost(&host);
+
+  std::printf("OpenBLAS core: %s\n", openblas_get_corename());
+  std::printf("GFLOP/s count n * bw^2 / 2 multiply-adds as two operations each.\n");
+  std::printf("Times in seconds; our factoring and dpbtrf are the best of 3 on the stage-one "
+              "matrix.\n\n");
+
+  for (const Girth& g : sizes) {
+    if (!Girder(g.nx, g.ny)) {
+      std::printf("%d x %d: the generator refused it (%s)\n", g.nx, g.ny, host.last.c_str());
+      continue;
+    }
+    const long points = (g.nx + 1L) * (g.ny + 1L);
+
+    struct Step {
+      int n = 0, bw = 0;
+      double seconds = 0;
+    };
+    std::map<RunStep, Step> once;
+    std::vector<Step> shifts, cycles;
+    analysisHooks().Timing = [&](RunStep step, int n, int bw, double seconds) {
+      if (step == RunStep::ShiftFactor) shifts.push_back({n, bw, seconds});
+      else if (step == RunStep::ShiftCycles) cycles.push_back({n, bw, seconds});
+      else once[step] = {n, bw, seconds};
+    };
+    BandMatrix stageOne;
+    int n1 = 0, bw1 = 0;
+    double copying = 0; // the copy is the benchmark's, not the run's
+    analysisHooks().StageOneMatrix = [&](const BandMatrix& K, int n, int bw) {
+      const auto start = Clock::now();
+      stageOne = K;
+      n1 = n;
+      bw1 = bw;
+      copying = Since(start);
+    };
+    double lambda = 0;
+    int cycleCount = 0;
+    analysisHooks().Cycle = [&](int, int, double, double l, double) {
+      lambda = l;
+      ++cycleCount;
+    };
+
+    const auto deckStart = Clock::now();
+    const Integer written = Write_Deck();
+    const double deckSeconds = Since(deckStart);
+    const auto runStart = Clock::now();
+    Run_Analysis();
+    const double runSeconds = Since(runStart) - copying;
+    analysisHooks() = AnalysisHooks{};
+
+    std::printf("== girder %d x %d elements: %ld points\n", g.nx, g.ny, points);
+    if (written != 1 || LastRunOutcome() != RunOutcome::Completed) {
+      std::printf("  the run did not complete: %s\n\n", host.last.c_str());
+      continue;
+    }
+    const Step& a1 = once[RunStep::StageOneAssembly];
+    const Step& f1 = once[RunStep::StageOneFactor];
+    const Step& s1 = once[RunStep::StageOneSolve];
+    const Step& a2 = once[RunStep::StageTwoAssembly];
+    std::printf("  stage one: %6d equations, bandwidth %4d; assembly %.5f, factor %.5f "
+                "(%.2f GFLOP/s), solve %.5f\n",
+                f1.n, f1.bw, a1.seconds, f1.seconds, Gflops(f1.n, f1.bw, f1.seconds), s1.seconds);
+    std::printf("  stage two: %6d equations, bandwidth %4d; assembly %.5f\n", a2.n, a2.bw,
+                a2.seconds);
+    for (std::size_t k = 0; k < shifts.size(); ++k)
+      std::printf("    shift %zu: factor %.5f (%.2f GFLOP/s), cycles %.5f\n", k + 1,
+                  shifts[k].seconds, Gflops(shifts[k].n, shifts[k].bw, shifts[k].seconds),
+                  k < cycles.size() ? cycles[k].seconds : 0.0);
+    std::printf("  deck %.5f; whole run %.5f; %d cycles; eigenvalue %.9e\n", deckSeconds,
+                runSeconds, cycleCount, lambda);
+
+    const double ours = TimeOurs(stageOne, n1, bw1, 3);
+    const std::vector<double> ab = LapackUpper(stageOne, n1, bw1);
+    const double one = TimeLapack(ab, n1, bw1, 1, 3);
+    const double two = TimeLapack(ab, n1, bw1, 2, 3);
+    std::printf("  stage-one matrix: ours %.5f (%.2f GFLOP/s); dpbtrf 1 thread %.5f (%.2f "
+                "GFLOP/s), 2 threads %.5f (%.2f GFLOP/s)\n",
+                ours, Gflops(n1, bw1, ours), one, Gflops(n1, bw1, one), two,
+                Gflops(n1, bw1, two));
+    std::printf("  ours / dpbtrf: %.2f (1 thread), %.2f (2 threads)\n\n", ours / one,
+                ours / two);
+    std::fflush(stdout);
+  }
+  InstallHost(nullptr);
+  std::filesystem::remove_all(folder);
+  return 0;
+}
