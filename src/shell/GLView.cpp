@@ -94,6 +94,7 @@ void GLView::BuildFontLists() {
     glEndList();
   }
   glListBase(kFontListBase);
+  SetFontMetrics(fm.horizontalAdvance('0'), h);
   listsBuilt_ = true;
 }
 

@@ -5,30 +5,56 @@
 #include "common/TextRules.h"
 
 #include <string>
+#include <vector>
 
 namespace velk {
 
 class Nodeb;
 class twoNode;
 class fourNode;
+class twoNodes;
+class fourNodes;
 class View;
+
+struct V3 {
+  float x, y, z;
+};
+
+// The symbols of all nodes, gathered in model coordinates and drawn kind by
+// kind: one GL batch per kind instead of one per symbol.
+struct SymbolBatch {
+  struct Label {
+    V3 at;
+    std::string text;
+  };
+  std::vector<V3> stems;         // black, dashed
+  std::vector<V3> boundaryLines; // green
+  std::vector<V3> boundaryQuads;
+  std::vector<V3> braceLines;    // blue
+  std::vector<V3> loadTriangles; // red
+  std::vector<V3> loadLines;
+  std::vector<Label> labels;     // black values
+};
 
 // First of the 256 display lists of the bitmap font, one per character code.
 constexpr unsigned kFontListBase = 1000;
+// Size of a digit and of a line of the bitmap font, in pixels: labels that
+// would print over one another are left out by it.
+void SetFontMetrics(int charWidth, int height);
 // Text at a raster position, in the current colour.
 void DrawText3f(float x, float y, float z, const std::string& text);
 
 void Draw_Model(View& v);
 void Draw_Coordinate(View& v);
 
-void Draw(const Nodeb& n, Single MarkerSize, Boolean NV);
-void DrawBoundary(const Nodeb& n, Single MarkerSize, Single LayerOffset, Boolean BV);
-void DrawBrace(const Nodeb& n, Single MarkerSize, Single LayerOffset, Boolean BrV);
-void DrawLoad(const Nodeb& n, Single MarkerSize, Single LayerOffset, Boolean LV);
+void Draw(const Nodeb& n, Single MarkerSize, Boolean NV, SymbolBatch& b);
+void DrawBoundary(const Nodeb& n, Single MarkerSize, Single LayerOffset, Boolean BV, SymbolBatch& b);
+void DrawBrace(const Nodeb& n, Single MarkerSize, Single LayerOffset, Boolean BrV, SymbolBatch& b);
+void DrawLoad(const Nodeb& n, Single MarkerSize, Single LayerOffset, Boolean LV, SymbolBatch& b);
 void DrawSelected(const Nodeb& n, Single SelectedMarkerSize);
-void Draw(const twoNode& s, Boolean SV);
+void DrawStiffeners(const twoNodes& all, Boolean SV, std::vector<SymbolBatch::Label>& labels);
 void DrawSelected(const twoNode& s, Single SelectedMarkerSize);
-void Draw(const fourNode& p, Single maxThickness, Boolean PV, Boolean P);
+void DrawPlates(const fourNodes& all, Boolean PV, Boolean P, std::vector<SymbolBatch::Label>& labels);
 void DrawSelected(const fourNode& p, Single SelectedMarkerSize);
 
 // The frame: clear, clip planes, axes, model; swap is the caller's. Loads the
