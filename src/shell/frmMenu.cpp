@@ -11,6 +11,7 @@
 #include "shell/GLView.h"
 #include "shell/HelpWindow.h"
 #include "shell/frmAbout.h"
+#include "view/DrawModel.h"
 #include "view/View.h"
 
 #include <QAction>
@@ -55,6 +56,7 @@ frmMenu::frmMenu(QWidget* parent) : QMainWindow(parent) {
   BuildToolBar();
   BuildStatusBar();
   connect(view_, &GLView::rightPressed, this, [this](const QPoint& p) { popup_->popup(p); });
+  connect(view_, &GLView::mouseMovedOver, this, [this](const QPoint& p) { ShowCoordinates(p); });
   qApp->installEventFilter(this);
 
   hooks().Paint = [this] { Paint(); };
@@ -339,6 +341,20 @@ void frmMenu::updateToolBar() {
       panels_["editmode"]->setProperty("picture", kModeIcons[mode - 1]);
     }
   });
+}
+
+// With the select tool, the model point under the pointer goes to the panels
+// "x" and "y"; off the model, and with any other tool, they are emptied.
+void frmMenu::ShowCoordinates(const QPoint& p) {
+  double x = 0, y = 0, z = 0;
+  bool on = false;
+  if (gView().ViewMode == 0) {
+    view_->makeCurrent();
+    on = Probe_Model_Point(gView(), p.x(), p.y(), x, y, z);
+    view_->doneCurrent();
+  }
+  panels_["x"]->setText(on ? QString::fromStdString("X: " + Format(x, "###0.00")) : QString());
+  panels_["y"]->setText(on ? QString::fromStdString("Y: " + Format(y, "###0.00")) : QString());
 }
 
 void frmMenu::UpdateFont(int fontsizedata) { view_->UpdateFont(fontsizedata); }

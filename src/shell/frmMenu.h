@@ -26,6 +26,7 @@ public:
   void updateToolBar();
   void UpdateFont(int fontsizedata);
   void Paint();
+  void ShowCoordinatesAt(const QPoint& p) { ShowCoordinates(p); }
 
   // For tests and the help: the parts by name.
   QAction* Menu(const QString& name) const { return menus_.value(name); }
@@ -96,6 +97,7 @@ private:
   void EditMode(int propertyMode, const char* trap);
   void Tool(int viewMode, const char* panelText, const char* trap);
   void ShowHelp(int context);
+  void ShowCoordinates(const QPoint& p);
 
   GLView* view_ = nullptr;
   QToolBar* toolbar_ = nullptr;

@@ -63,6 +63,9 @@ void Paint_Frame(View& v);
 // Loads the matrices the view keeps into GL.
 void Load_Projection(const View& v);
 void Load_ModelView(const View& v);
+// The model point under a mouse position (client pixels, y down) on the last
+// frame; false where the depth there says the pointer is off the model.
+bool Probe_Model_Point(const View& v, double X, double Y, double& ox, double& oy, double& oz);
 // Keeps the viewport and matrices of the frame for the screen-to-model mapping.
 void Capture_Frame_State(View& v);
 

@@ -62,6 +62,7 @@ private slots:
   void f1OpensTheHelpAtTheActiveWindowsContext();
   void runDialogRunsAnExampleAndShowsTheEigenvalue();
   void optionDialogStoresAndRefuses();
+  void pointerOverTheModelShowsItsCoordinates();
 };
 
 void tst_frmMenu::startsWithTheCaptionAndNoMessageButTheMissingSettings() {
@@ -305,6 +306,25 @@ void tst_frmMenu::optionDialogStoresAndRefuses() {
   QCOMPARE(gAnalysis().ISHEAR, vbTrue);
   QCOMPARE(gAnalysis().OptionInitialB, 1);
   QVERIFY(!dlg.isVisible());
+}
+
+void tst_frmMenu::pointerOverTheModelShowsItsCoordinates() {
+  ShellSession s;
+  GenerateDefaultGirder(*s.menu);
+  s.menu->Surface()->grabFramebuffer(); // a frame on the screen to read
+  s.menu->Surface()->repaint();
+  double wx, wy, wz;
+  gView().ModelToScreen(100, 8, 0, wx, wy, wz);
+  const QPoint mouse(static_cast<int>(std::lround(wx)), static_cast<int>(std::lround(s.menu->Surface()->height() - wy + 1)));
+  s.menu->ShowCoordinatesAt(mouse);
+  const QString x = s.menu->Panel("x")->text(), y = s.menu->Panel("y")->text();
+  QVERIFY2(x.startsWith("X: ") && std::abs(x.mid(3).toDouble() - 100) < 0.5, qPrintable(x));
+  QVERIFY2(y.startsWith("Y: ") && std::abs(y.mid(3).toDouble() - 8) < 0.5, qPrintable(y));
+  s.menu->ShowCoordinatesAt(QPoint(3, 3)); // background
+  QVERIFY(s.menu->Panel("x")->text().isEmpty());
+  s.menu->mnuTranslate_Click();
+  s.menu->ShowCoordinatesAt(mouse); // another tool: no coordinates
+  QVERIFY(s.menu->Panel("y")->text().isEmpty());
 }
 
 int main(int argc, char** argv) {

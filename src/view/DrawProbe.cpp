@@ -1,0 +1,16 @@
+// Reading the picture on the screen: the depth under a window point, and the
+// model point there.
+#include "view/DrawModel.h"
+#include "view/View.h"
+
+#include <GL/gl.h>
+
+namespace velk {
+
+bool Probe_Model_Point(const View& v, double X, double Y, double& ox, double& oy, double& oz) {
+  GLfloat depth = 1;
+  glReadPixels(static_cast<GLint>(X), v.WindowY(Y), 1, 1, GL_DEPTH_COMPONENT, GL_FLOAT, &depth);
+  return v.ScreenToModel(X, Y, depth, ox, oy, oz);
+}
+
+} // namespace velk
