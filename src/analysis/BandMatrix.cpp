@@ -1,7 +1,10 @@
 #include "analysis/BandMatrix.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstddef>
 #include <cstring>
+#include <vector>
 
 #include "analysis/CheckedArithmetic.h"
 
@@ -19,38 +22,308 @@ void CheckVector(std::size_t size, int n) {
   if (size < static_cast<std::size_t>(n)) Raise(errSubscript);
 }
 
-// s[j] += a * src[j] / d for j < count: the inner loop of the factoring, where
-// nearly all its time goes. The division cannot become a multiplication by 1/d
-// without changing the rounding, so the loop is written in pairs that the
-// compiler maps onto packed divisions; each lane does exactly the scalar
-// operations.
-#if defined(__GNUC__)
-using Pair = double __attribute__((vector_size(16)));
+// The factoring, the solve and the product are where nearly all the time of a
+// large run goes. They are written once over a short vector type and built for
+// three instruction sets; the widest the processor offers is chosen once.
+//
+// Addressing: rows are B long, so entry (i, k), k >= i, 0-based, lies at
+// i * B + (k - i) = i * (B - 1) + k. Within the band the upper triangle is a
+// dense array with leading dimension B - 1; that is what lets the elimination
+// be written as a dense block update. Positions with k - i >= B alias the next
+// row and are never touched.
 
-inline void SweepRow(double* s, const double* src, double a, double d, int count) {
-  const Pair av = {a, a};
-  const Pair dv = {d, d};
-  int j = 0;
-  for (; j + 4 <= count; j += 4) {
-    Pair s0, s1, x0, x1;
-    std::memcpy(&s0, s + j, sizeof s0);
-    std::memcpy(&s1, s + j + 2, sizeof s1);
-    std::memcpy(&x0, src + j, sizeof x0);
-    std::memcpy(&x1, src + j + 2, sizeof x1);
-    s0 += av * x0 / dv;
-    s1 += av * x1 / dv;
-    std::memcpy(s + j, &s0, sizeof s0);
-    std::memcpy(s + j + 2, &s1, sizeof s1);
-  }
-  for (; j < count; ++j)
-    s[j] += a * src[j] / d;
-}
-#else
-inline void SweepRow(double* s, const double* src, double a, double d, int count) {
-  for (int j = 0; j < count; ++j)
-    s[j] += a * src[j] / d;
-}
+#define VELK_INLINE [[gnu::always_inline]] inline
+#if defined(__GNUC__) && !defined(__clang__)
+// The helpers below that take or return vectors are always inlined into the
+// kernels of their own instruction set; no call ever passes a vector.
+#pragma GCC diagnostic ignored "-Wpsabi"
 #endif
+
+using V2 = double __attribute__((vector_size(16)));
+using V4 = double __attribute__((vector_size(32)));
+using V8 = double __attribute__((vector_size(64)));
+
+// Vector type, and the tile of the block update: kRows rows by kVectors
+// vectors, all held in registers (8, 12 and 24 of the 16, 16 and 32).
+struct IsaBase {
+  using V = V2;
+  static constexpr int kLanes = 2, kRows = 4, kVectors = 2;
+};
+struct IsaAvx2 {
+  using V = V4;
+  static constexpr int kLanes = 4, kRows = 6, kVectors = 2;
+};
+struct IsaAvx512 {
+  using V = V8;
+  static constexpr int kLanes = 8, kRows = 8, kVectors = 3;
+};
+
+// Pivots eliminated together: the trailing rows are swept once per block
+// rather than once per pivot.
+constexpr int kBlock = 32;
+
+template <class V> VELK_INLINE V Load(const double* p) {
+  V v;
+  std::memcpy(&v, p, sizeof v);
+  return v;
+}
+template <class V> VELK_INLINE void Store(double* p, V v) {
+  std::memcpy(p, &v, sizeof v);
+}
+template <class V> VELK_INLINE V Splat(double s) {
+  V v;
+  for (int i = 0; i < static_cast<int>(sizeof(V) / sizeof(double)); ++i)
+    v[i] = s;
+  return v;
+}
+
+// y[j] -= l * x[j], j < count.
+template <class T> VELK_INLINE void SubScaled(double* y, const double* x, double l, int count) {
+  using V = typename T::V;
+  constexpr int L = T::kLanes;
+  const V lv = Splat<V>(l);
+  int j = 0;
+  for (; j + 2 * L <= count; j += 2 * L) {
+    Store(y + j, Load<V>(y + j) - lv * Load<V>(x + j));
+    Store(y + j + L, Load<V>(y + j + L) - lv * Load<V>(x + j + L));
+  }
+  for (; j + L <= count; j += L)
+    Store(y + j, Load<V>(y + j) - lv * Load<V>(x + j));
+  for (; j < count; ++j)
+    y[j] -= l * x[j];
+}
+
+// Sum of x[j] * y[j], j < count, in four running vector sums.
+template <class T> VELK_INLINE double Dot(const double* x, const double* y, int count) {
+  using V = typename T::V;
+  constexpr int L = T::kLanes;
+  V s0 = Splat<V>(0.0), s1 = s0, s2 = s0, s3 = s0;
+  int j = 0;
+  for (; j + 4 * L <= count; j += 4 * L) {
+    s0 += Load<V>(x + j) * Load<V>(y + j);
+    s1 += Load<V>(x + j + L) * Load<V>(y + j + L);
+    s2 += Load<V>(x + j + 2 * L) * Load<V>(y + j + 2 * L);
+    s3 += Load<V>(x + j + 3 * L) * Load<V>(y + j + 3 * L);
+  }
+  for (; j + L <= count; j += L)
+    s0 += Load<V>(x + j) * Load<V>(y + j);
+  const V v = (s0 + s1) + (s2 + s3);
+  double s = 0.0;
+  for (int i = 0; i < L; ++i)
+    s += v[i];
+  for (; j < count; ++j)
+    s += x[j] * y[j];
+  return s;
+}
+
+// True when x[0..count) holds no infinity and no NaN: x * 0 is NaN exactly for
+// those, and a NaN survives any sum.
+template <class T> VELK_INLINE bool AllFinite(const double* x, int count) {
+  using V = typename T::V;
+  constexpr int L = T::kLanes;
+  const V zero = Splat<V>(0.0);
+  V s = zero;
+  int j = 0;
+  for (; j + L <= count; j += L)
+    s += Load<V>(x + j) * zero;
+  double t = 0.0;
+  for (int i = 0; i < L; ++i)
+    t += s[i];
+  for (; j < count; ++j)
+    t += x[j] * 0.0;
+  return t == 0.0;
+}
+
+// The elimination, blocked. Pivot p reduces each later row i it reaches by
+//   A(i, k) -= W(p, i) * U(p, k),   W(p, i) = U(p, i) / d(p),
+// for the columns k >= i its row covers; U(p, .) is row p once final and d(p)
+// its diagonal. The same terms as the row-by-row elimination, taken pivot
+// after pivot (right-looking) instead of row after row, so each sum is added
+// in another order and only the last bits can differ.
+//
+// A block of kBlock pivots is eliminated among its own rows first (the panel),
+// each pivot's row swept onto the later rows of the block. The rows after the
+// block then take the whole block's terms at once: a dense update of the
+// triangle they span, computed in register tiles from packed copies of U and
+// W, so that each entry of the triangle is loaded and stored once per block
+// instead of once per pivot.
+//
+// Faults are checked once per row, in the order the row-by-row elimination
+// meets them: row p's entries when it is final, then its pivot before the
+// first division by it.
+template <class T> VELK_INLINE void FactorBand(double* a, std::ptrdiff_t ld, int n, int bw) {
+  using V = typename T::V;
+  constexpr int L = T::kLanes, NV = T::kVectors, MR = T::kRows, NR = NV * L;
+  const int most = bw - 1; // widest trailing triangle
+  const int strips = (most + NR - 1) / NR, rowStrips = (most + MR - 1) / MR;
+  std::vector<double> packedU(static_cast<std::size_t>(strips) * kBlock * NR);
+  std::vector<double> packedW(static_cast<std::size_t>(rowStrips) * kBlock * MR);
+  auto at = [a, ld](int i, int k) { return a + i * ld + k; };
+
+  for (int p0 = 0; p0 < n; p0 += kBlock) {
+    const int p1 = std::min(p0 + kBlock, n);
+    for (int p = p0; p < p1; ++p) {
+      double* const rp = at(p, p);
+      if (p > 0 && !AllFinite<T>(rp, std::min(bw - 1, n - p))) Raise(errOverflow);
+      if (p == n - 1) break;
+      const double d = rp[0];
+      if (d == 0.0) RaiseZeroDivisor(rp[1] * rp[1]);
+      const int last = std::min(p + bw - 1, n - 1); // the last column row p reaches
+      for (int i = p + 1; i <= std::min(p1 - 1, last); ++i)
+        SubScaled<T>(at(i, i), rp + (i - p), rp[i - p] / d, last - i + 1);
+    }
+
+    // The rows and columns p1 .. p1 + width - 1 that the block reaches.
+    const int width = std::min(bw - 1, n - p1);
+    if (width <= 0) continue;
+    const int depth = p1 - p0;
+    const int nStrips = (width + NR - 1) / NR, nRowStrips = (width + MR - 1) / MR;
+    for (int q = 0; q < depth; ++q) {
+      const int p = p0 + q;
+      const double* const rp = at(p, 0);
+      const double d = rp[p];
+      const int reach = std::min(p + bw - 1, n - 1) - p1 + 1; // columns c < reach are in row p
+      for (int c = 0; c < nStrips * NR; ++c)
+        packedU[(static_cast<std::size_t>(c / NR) * depth + q) * NR + c % NR] =
+            c < reach ? rp[p1 + c] : 0.0;
+      for (int c = 0; c < nRowStrips * MR; ++c)
+        packedW[(static_cast<std::size_t>(c / MR) * depth + q) * MR + c % MR] =
+            c < reach ? rp[p1 + c] / d : 0.0;
+    }
+
+    for (int b = 0; b < nStrips; ++b) {
+      const int kc = b * NR;
+      const double* const ub = packedU.data() + static_cast<std::size_t>(b) * depth * NR;
+      for (int r0 = 0; r0 < width && r0 < kc + NR; r0 += MR) {
+        const double* const wa = packedW.data() + static_cast<std::size_t>(r0 / MR) * depth * MR;
+        V acc[MR][NV];
+#pragma GCC unroll 8
+        for (int r = 0; r < MR; ++r)
+#pragma GCC unroll 4
+          for (int v = 0; v < NV; ++v)
+            acc[r][v] = Splat<V>(0.0);
+        for (int q = 0; q < depth; ++q) {
+          V u[NV];
+#pragma GCC unroll 4
+          for (int v = 0; v < NV; ++v)
+            u[v] = Load<V>(ub + q * NR + v * L);
+#pragma GCC unroll 8
+          for (int r = 0; r < MR; ++r) {
+            const V w = Splat<V>(wa[q * MR + r]);
+#pragma GCC unroll 4
+            for (int v = 0; v < NV; ++v)
+              acc[r][v] += w * u[v];
+          }
+        }
+        if (r0 + MR - 1 <= kc && kc + NR <= width) {
+#pragma GCC unroll 8
+          for (int r = 0; r < MR; ++r) {
+            double* const c = at(p1 + r0 + r, p1 + kc);
+#pragma GCC unroll 4
+            for (int v = 0; v < NV; ++v)
+              Store(c + v * L, Load<V>(c + v * L) - acc[r][v]);
+          }
+        } else { // on the diagonal or at the edge: only entries k >= i inside
+          double tile[MR][NR];
+          for (int r = 0; r < MR; ++r)
+            for (int v = 0; v < NV; ++v)
+              Store(&tile[r][v * L], acc[r][v]);
+          for (int r = 0; r < MR && r0 + r < width; ++r)
+            for (int c = std::max(r0 + r - kc, 0); c < NR && kc + c < width; ++c)
+              *at(p1 + r0 + r, p1 + kc + c) -= tile[r][c];
+        }
+      }
+    }
+  }
+}
+
+// Forward pass pivot after pivot: once f[p] is final it is divided by its
+// pivot and swept down the rows it reaches along row p; backward pass as one
+// dot product per row.
+template <class T>
+VELK_INLINE void SolveBand(const double* a, std::ptrdiff_t ld, double* x, double* f, int n,
+                           int bw) {
+  if (bw >= 2) {
+    for (int p = 0; p < n; ++p) {
+      if (p > 0 && !std::isfinite(f[p])) Raise(errOverflow);
+      if (p == n - 1) break;
+      const double* const rp = a + p * ld + p;
+      if (rp[0] == 0.0) RaiseZeroDivisor(rp[1]);
+      SubScaled<T>(f + p + 1, rp + 1, f[p] / rp[0], std::min(bw - 1, n - 1 - p));
+    }
+  }
+  x[n - 1] = Div(f[n - 1], a[(n - 1) * ld + (n - 1)]);
+  for (int i = n - 2; i >= 0; --i) {
+    const double* const ri = a + i * ld + i;
+    const double s = Dot<T>(ri + 1, x + i + 1, std::min(bw - 1, n - 1 - i));
+    x[i] = Div(f[i] - s, ri[0]);
+  }
+}
+
+// y = -A x reading each row once: its upper part as a dot product, its lower
+// part (the column below the diagonal) swept into the later entries of y.
+template <class T>
+VELK_INLINE void MultiplyBand(const double* a, std::ptrdiff_t ld, const double* x, double* y,
+                              int n, int bw) {
+  std::fill(y, y + n, 0.0);
+  for (int i = 0; i < n; ++i) {
+    const double* const ri = a + i * ld + i;
+    const int count = std::min(bw, n - i);
+    y[i] -= Dot<T>(ri, x + i, count);
+    if (count > 1) SubScaled<T>(y + i + 1, ri + 1, x[i], count - 1);
+  }
+  if (!AllFinite<T>(y, n)) Raise(errOverflow);
+}
+
+using FactorFn = void (*)(double*, std::ptrdiff_t, int, int);
+using SolveFn = void (*)(const double*, std::ptrdiff_t, double*, double*, int, int);
+using MultiplyFn = void (*)(const double*, std::ptrdiff_t, const double*, double*, int, int);
+struct Kernels {
+  FactorFn factor;
+  SolveFn solve;
+  MultiplyFn multiply;
+};
+
+#define VELK_KERNELS(Isa, ...)                                                                   \
+  __VA_ARGS__ void Factor##Isa(double* a, std::ptrdiff_t ld, int n, int bw) {                   \
+    FactorBand<Isa>(a, ld, n, bw);                                                               \
+  }                                                                                              \
+  __VA_ARGS__ void Solve##Isa(const double* a, std::ptrdiff_t ld, double* x, double* f, int n,  \
+                              int bw) {                                                          \
+    SolveBand<Isa>(a, ld, x, f, n, bw);                                                          \
+  }                                                                                              \
+  __VA_ARGS__ void Multiply##Isa(const double* a, std::ptrdiff_t ld, const double* x, double* y, \
+                                 int n, int bw) {                                                \
+    MultiplyBand<Isa>(a, ld, x, y, n, bw);                                                       \
+  }
+
+VELK_KERNELS(IsaBase)
+#if defined(__x86_64__)
+VELK_KERNELS(IsaAvx2, __attribute__((target("avx2,fma"))))
+VELK_KERNELS(IsaAvx512, __attribute__((target("avx512f,avx512vl,avx512dq,avx2,fma"))))
+#endif
+
+const Kernels& Chosen() {
+  static const Kernels k = [] {
+#if defined(__x86_64__)
+    if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512vl") &&
+        __builtin_cpu_supports("avx512dq"))
+      return Kernels{FactorIsaAvx512, SolveIsaAvx512, MultiplyIsaAvx512};
+    if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma"))
+      return Kernels{FactorIsaAvx2, SolveIsaAvx2, MultiplyIsaAvx2};
+#endif
+    return Kernels{FactorIsaBase, SolveIsaBase, MultiplyIsaBase};
+  }();
+  return k;
+}
+
+// Entry (1, 1) of M; with the rows B long, entry (i, k) 0-based is at i * (B - 1) + k.
+double* Origin(BandMatrix& M) {
+  return M.Rows() > 0 ? M.Row(1) : nullptr;
+}
+const double* Origin(const BandMatrix& M) {
+  return M.Rows() > 0 ? M.Row(1) : nullptr;
+}
 
 } // namespace
 
@@ -120,41 +393,7 @@ void Band_Prescribe(BandMatrix& M, std::span<double> F, int dof, double value, i
 void Band_Factor(BandMatrix& M, int n, int bw) {
   CheckShape(M, n, bw);
   if (bw < 2 || n < 2) return;
-
-  // Row i is reduced by every earlier row p = i - c that reaches it. Taking the
-  // earlier rows one by one, each swept along its contiguous band, adds the
-  // same terms in the same order to each entry as the entry-by-entry sum:
-  //   M(i, j) -= sum over c = 1.. of M(p, c + 1) * M(p, j + c) / M(p, 1).
-  const int B = M.Columns();
-  double* const base = M.Row(1);
-  std::vector<double> sums(static_cast<std::size_t>(bw));
-  double* const s = sums.data();
-
-  for (int i = 2; i <= n; ++i) {
-    const int m = std::min(bw - 1, n - i + 1);
-    // Row i - 1 is final now and its pivot is about to be divided by for the
-    // first time, by M(i-1, 2) * M(i-1, 2).
-    const double* const previous = base + static_cast<std::ptrdiff_t>(i - 2) * B;
-    if (previous[0] == 0.0) RaiseZeroDivisor(previous[1] * previous[1]);
-
-    std::fill(s, s + m, 0.0);
-    const int cmax = std::min(i - 1, bw - 1);
-    for (int c = 1; c <= cmax; ++c) {
-      const double* const rp = base + static_cast<std::ptrdiff_t>(i - c - 1) * B;
-      const double a = rp[c];
-      const double d = rp[0];
-      const double* const src = rp + c;
-      const int jmax = std::min(m, bw - c);
-      SweepRow(s, src, a, d, jmax);
-    }
-    double* const ri = base + static_cast<std::ptrdiff_t>(i - 1) * B;
-    bool finite = true;
-    for (int j = 0; j < m; ++j) {
-      ri[j] -= s[j];
-      finite &= std::isfinite(ri[j]);
-    }
-    if (!finite) Raise(errOverflow);
-  }
+  Chosen().factor(Origin(M), M.Columns() - 1, n, bw);
 }
 
 void Band_Solve(const BandMatrix& M, std::span<double> x, std::span<double> f, int n, int bw) {
@@ -162,28 +401,7 @@ void Band_Solve(const BandMatrix& M, std::span<double> x, std::span<double> f, i
   CheckVector(x.size(), n);
   CheckVector(f.size(), n);
   if (n < 1) return;
-
-  for (int i = 2; i <= n; ++i) {
-    const int cmax = std::min(bw - 1, i - 1);
-    if (cmax < 1) continue;
-    if (M(i - 1, 1) == 0.0) RaiseZeroDivisor(M(i - 1, 2));
-    double s = 0.0;
-    for (int c = 1; c <= cmax; ++c) {
-      const int p = i - c;
-      s += M(p, c + 1) / M(p, 1) * f[p - 1];
-    }
-    f[i - 1] = Finite(f[i - 1] - s);
-  }
-
-  x[n - 1] = Div(f[n - 1], M(n, 1));
-  for (int i = n - 1; i >= 1; --i) {
-    const double* const row = M.Row(i);
-    const int lmax = std::min(n, i + bw - 1);
-    double s = 0.0;
-    for (int l = i + 1; l <= lmax; ++l)
-      s += x[l - 1] * row[l - i];
-    x[i - 1] = Div(f[i - 1] - s, row[0]);
-  }
+  Chosen().solve(Origin(M), std::max(M.Columns() - 1, 0), x.data(), f.data(), n, bw);
 }
 
 void Band_Multiply(const BandMatrix& Kg, std::span<const double> x, std::span<double> y, int n,
@@ -191,22 +409,8 @@ void Band_Multiply(const BandMatrix& Kg, std::span<const double> x, std::span<do
   CheckShape(Kg, n, bw);
   CheckVector(x.size(), n);
   CheckVector(y.size(), n);
-
-  for (int i = 1; i <= n; ++i) {
-    double s = 0.0;
-    const double* const row = Kg.Row(i);
-    for (int j = 1; j <= bw; ++j) {
-      const int c = i + j - 1;
-      if (c > n) break;
-      s -= row[j - 1] * x[c - 1];
-    }
-    for (int l = 2; l <= bw; ++l) {
-      const int r = i - l + 1;
-      if (r < 1) break;
-      s -= Kg(r, l) * x[r - 1];
-    }
-    y[i - 1] = Finite(s);
-  }
+  if (n < 1) return;
+  Chosen().multiply(Origin(Kg), std::max(Kg.Columns() - 1, 0), x.data(), y.data(), n, bw);
 }
 
 } // namespace velk
