@@ -33,11 +33,12 @@ void CheckVector(std::size_t size, int n) {
 // row and are never touched.
 
 #define VELK_INLINE [[gnu::always_inline]] inline
-#if defined(__GNUC__) && !defined(__clang__)
 // The helpers below that take or return vectors are always inlined into the
 // kernels of their own instruction set; no call ever passes a vector.
-#pragma GCC diagnostic ignored "-Wpsabi"
+#if defined(__clang__)
+#pragma clang diagnostic ignored "-Wunknown-warning-option"
 #endif
+#pragma GCC diagnostic ignored "-Wpsabi"
 
 using V2 = double __attribute__((vector_size(16)));
 using V4 = double __attribute__((vector_size(32)));
@@ -60,7 +61,7 @@ struct IsaAvx512 {
 
 // Pivots eliminated together: the trailing rows are swept once per block
 // rather than once per pivot.
-constexpr int kBlock = 32;
+constexpr int kBlock = 24;
 
 template <class V> VELK_INLINE V Load(const double* p) {
   V v;

@@ -76,6 +76,10 @@ void Band_Prescribe(BandMatrix& M, std::span<double> F, int dof, double value, i
 // Factors rows 1..n in place, without square roots and without row exchange:
 // (i, 1) becomes the pivot d(i) and (i, j) becomes d(i) * L(i + j - 1, i). A zero
 // pivot is a division by zero (0/0 an overflow); an overflow is an overflow.
+// The elimination runs in blocks of pivots with vector arithmetic: it takes the
+// same terms as the row-by-row elimination in another order, so the two agree
+// to rounding. Band columns beyond bw, columns beyond n and rows beyond n are
+// neither read nor written.
 void Band_Factor(BandMatrix& M, int n, int bw);
 
 // Solves with a factored M. f is the right-hand side and is overwritten by the
