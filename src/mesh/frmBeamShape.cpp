@@ -121,62 +121,44 @@ void frmBeamShape::setEqual_Click() {
   Guarded([this] { Draw_End2(); });
 }
 
+// One end's preview, the same for both ends: checks, then the section drawn
+// from a scratch copy of the fields. End 1 also checks the length; End 2 reads
+// the offset, which does not show in a section.
+static void DrawEnd(SectionPicture& pic, const std::string& tfw, const std::string& tft,
+             const std::string& wh, const std::string& wt, const std::string& bfw,
+             const std::string& bft, const std::string& lengthOrOffset, bool isLength) {
+  if (!AllNumeric({&tfw, &tft, &wh, &wt, &bfw, &bft, &lengthOrOffset})) return void(MsgBox(kNumbers));
+  if (IsZero(wt) || IsZero(wh)) return void(MsgBox(kWeb));
+  if (isLength && IsZero(lengthOrOffset)) return void(MsgBox(kLength));
+  Single topW = TextToSingle(tfw), topT = TextToSingle(tft);
+  const Single webH = TextToSingle(wh), webT = TextToSingle(wt);
+  Single botW = TextToSingle(bfw), botT = TextToSingle(bft);
+  TextToSingle(lengthOrOffset); // read like the others: a value beyond a Single fails here
+  if (IsZero(tfw) || IsZero(tft)) topW = topT = 0;
+  if (IsZero(bfw) || IsZero(bft)) botW = botT = 0;
+  DrawSection(pic, topW, topT, webH, webT, botW, botT);
+}
+
 void frmBeamShape::Draw_End1() {
-  if (!AllNumeric({&txtBTFW, &txtBTFT, &txtBWH, &txtBWT, &txtBBFW, &txtBBFT, &txtBL}))
-    return void(MsgBox(kNumbers));
-  if (IsZero(txtBWT) || IsZero(txtBWH)) return void(MsgBox(kWeb));
-  if (IsZero(txtBL)) return void(MsgBox(kLength));
-  BeamShape s; // scratch: lives for one drawing
-  s.Top_Flange_W = TextToSingle(txtBTFW);
-  s.Top_Flange_T = TextToSingle(txtBTFT);
-  s.Web_H = TextToSingle(txtBWH);
-  s.Web_T = TextToSingle(txtBWT);
-  s.Bot_Flange_W = TextToSingle(txtBBFW);
-  s.Bot_Flange_T = TextToSingle(txtBBFT);
-  s.Length = TextToSingle(txtBL);
-  if (IsZero(txtBTFW) || IsZero(txtBTFT)) s.Top_Flange_W = s.Top_Flange_T = 0;
-  if (IsZero(txtBBFW) || IsZero(txtBBFT)) s.Bot_Flange_W = s.Bot_Flange_T = 0;
-  DrawSection(Picture1, s.Top_Flange_W, s.Top_Flange_T, s.Web_H, s.Web_T, s.Bot_Flange_W,
-              s.Bot_Flange_T);
+  DrawEnd(Picture1, txtBTFW, txtBTFT, txtBWH, txtBWT, txtBBFW, txtBBFT, txtBL, true);
 }
 
 void frmBeamShape::Draw_End2() {
-  if (!AllNumeric({&txtBTFWE, &txtBTFTE, &txtBWHE, &txtBWTE, &txtBBFWE, &txtBBFTE, &txtOffset}))
-    return void(MsgBox(kNumbers));
-  if (IsZero(txtBWTE) || IsZero(txtBWHE)) return void(MsgBox(kWeb));
-  BeamShape s;
-  s.Top_Flange_WE = TextToSingle(txtBTFWE);
-  s.Top_Flange_TE = TextToSingle(txtBTFTE);
-  s.Web_HE = TextToSingle(txtBWHE);
-  s.Web_TE = TextToSingle(txtBWTE);
-  s.Bot_Flange_WE = TextToSingle(txtBBFWE);
-  s.Bot_Flange_TE = TextToSingle(txtBBFTE);
-  s.Offset = TextToSingle(txtOffset); // read, but the preview shows the section only
-  if (IsZero(txtBTFWE) || IsZero(txtBTFTE)) s.Top_Flange_WE = s.Top_Flange_TE = 0;
-  if (IsZero(txtBBFWE) || IsZero(txtBBFTE)) s.Bot_Flange_WE = s.Bot_Flange_TE = 0;
-  DrawSection(Picture2, s.Top_Flange_WE, s.Top_Flange_TE, s.Web_HE, s.Web_TE, s.Bot_Flange_WE,
-              s.Bot_Flange_TE);
+  DrawEnd(Picture2, txtBTFWE, txtBTFTE, txtBWHE, txtBWTE, txtBBFWE, txtBBFTE, txtOffset, false);
 }
 
-void frmBeamShape::KeyUpEnd1(const std::string& field) {
+void frmBeamShape::KeyUp(const std::string& field, SectionPicture& pic, void (frmBeamShape::*draw)()) {
   try {
     if (!IsNumeric(field)) Raise(errTypeMismatch);
-    Picture1.Visible = true;
-    Draw_End1();
+    pic.Visible = true;
+    (this->*draw)();
   } catch (const Fault&) {
-    Picture1.Visible = false;
+    pic.Visible = false;
   }
 }
 
-void frmBeamShape::KeyUpEnd2(const std::string& field) {
-  try {
-    if (!IsNumeric(field)) Raise(errTypeMismatch);
-    Picture2.Visible = true;
-    Draw_End2();
-  } catch (const Fault&) {
-    Picture2.Visible = false;
-  }
-}
+void frmBeamShape::KeyUpEnd1(const std::string& field) { KeyUp(field, Picture1, &frmBeamShape::Draw_End1); }
+void frmBeamShape::KeyUpEnd2(const std::string& field) { KeyUp(field, Picture2, &frmBeamShape::Draw_End2); }
 
 // The checks of the command, in order; false after the first failure's message.
 bool frmBeamShape::CheckFields() {

@@ -69,6 +69,8 @@ private:
   void Draw_End2();
   void KeyUpEnd1(const std::string& field);
   void KeyUpEnd2(const std::string& field);
+  // A key in a section field: the preview shows while the field is numeric.
+  void KeyUp(const std::string& field, SectionPicture& pic, void (frmBeamShape::*draw)());
   // Runs a drawing step; a number beyond a Single's range gets a message.
   template <class Fn> void Guarded(Fn&& fn);
   bool CheckFields();
