@@ -1,5 +1,5 @@
-// What makes a node, a plate and a stiffener carry a property, and the derived
-// values over the collections: thickness maximum, centre points, stress range.
+// What makes a node, a plate and a stiffener carry a property, the derived
+// values over the collections, and the collections themselves.
 #include "common/Fault.h"
 #include "model/Nodes.h"
 #include "model/fourNodes.h"
@@ -13,73 +13,47 @@
 namespace velk {
 namespace {
 
-struct NodeCase {
-  const char* name;
-  std::function<void(Nodeb&)> set;
-  bool property, boundary, brace, load;
-};
-
-class NodePropertyTest : public ::testing::TestWithParam<NodeCase> {};
-
-TEST_P(NodePropertyTest, FlagsFollowTheFields) {
-  Nodeb n;
-  GetParam().set(n);
-  n.UpdatePropertyDefined();
-  EXPECT_EQ(IsTrue(n.PropertyDefined()), GetParam().property);
-  EXPECT_EQ(IsTrue(n.BoundaryDefined()), GetParam().boundary);
-  EXPECT_EQ(IsTrue(n.BraceDefined()), GetParam().brace);
-  EXPECT_EQ(IsTrue(n.LoadDefined()), GetParam().load);
+template <class Fn> int FaultOf(Fn&& fn) {
+  try {
+    fn();
+  } catch (const Fault& f) {
+    return f.number();
+  }
+  return 0;
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Cases, NodePropertyTest,
-    ::testing::Values(
-        NodeCase{"Nothing", [](Nodeb&) {}, false, false, false, false},
-        NodeCase{"OnlyXT", [](Nodeb& n) { n.SetXTDir(1); }, true, true, false, false},
-        NodeCase{"OnlyYR", [](Nodeb& n) { n.SetYRDir(-1); }, true, true, false, false},
-        NodeCase{"SpringsCancel",
-                 [](Nodeb& n) {
-                   n.xtstiff = 5;
-                   n.YTStiff = -5;
-                 },
-                 false, false, false, false},
-        NodeCase{"SpringJustAboveTolerance", [](Nodeb& n) { n.ZTStiff = 0.00002f; }, true, false,
-                 true, false},
-        NodeCase{"SpringAtTolerance", [](Nodeb& n) { n.YRStiff = 0.00001f; }, false, false,
-                 false, false},
-        NodeCase{"NegativeSpringSum", [](Nodeb& n) { n.XRStiff = -3; }, false, false, false,
-                 false},
-        NodeCase{"LoadAtTolerance", [](Nodeb& n) { n.XLoad = 0.00001f; }, false, false, false,
-                 false},
-        NodeCase{"NegativeLoad", [](Nodeb& n) { n.XLoad = -3; }, true, false, false, true},
-        NodeCase{"LoadsOfOppositeSignsAdd",
-                 [](Nodeb& n) {
-                   n.XLoad = 0.000006f;
-                   n.YLoad = -0.000006f;
-                 },
-                 true, false, false, true},
-        NodeCase{"Everything",
-                 [](Nodeb& n) {
-                   n.SetZTDir(1);
-                   n.xtstiff = 2;
-                   n.YLoad = 1;
-                 },
-                 true, true, true, true}),
-    [](const auto& info) { return std::string(info.param.name); });
+TEST(Property, NodeFlagsFollowTheFields) {
+  struct Case {
+    const char* name;
+    std::function<void(Nodeb&)> set;
+    bool property, boundary, brace, load;
+  };
+  const Case cases[] = {
+      {"nothing", [](Nodeb&) {}, false, false, false, false},
+      {"only XT", [](Nodeb& n) { n.SetXTDir(5); }, true, true, false, false},
+      {"only YR", [](Nodeb& n) { n.SetYRDir(-1); }, true, true, false, false},
+      {"springs cancel", [](Nodeb& n) { n.xtstiff = 5, n.YTStiff = -5; }, false, false, false,
+       false},
+      {"spring above tolerance", [](Nodeb& n) { n.ZTStiff = 0.00002f; }, true, false, true, false},
+      {"spring at tolerance", [](Nodeb& n) { n.YRStiff = 0.00001f; }, false, false, false, false},
+      {"negative spring sum", [](Nodeb& n) { n.XRStiff = -3; }, false, false, false, false},
+      {"load at tolerance", [](Nodeb& n) { n.XLoad = 0.00001f; }, false, false, false, false},
+      {"negative load", [](Nodeb& n) { n.XLoad = -3; }, true, false, false, true},
+      {"loads of opposite signs add", [](Nodeb& n) { n.XLoad = 0.000006f, n.YLoad = -0.000006f; },
+       true, false, false, true},
+      {"everything", [](Nodeb& n) { n.SetZTDir(-7), n.xtstiff = 2, n.YLoad = 1; }, true, true, true,
+       true}};
+  for (const auto& c : cases) {
+    Nodeb n;
+    c.set(n);
+    n.UpdatePropertyDefined();
+    EXPECT_EQ(IsTrue(n.PropertyDefined()), c.property) << c.name;
+    EXPECT_EQ(IsTrue(n.BoundaryDefined()), c.boundary) << c.name;
+    EXPECT_EQ(IsTrue(n.BraceDefined()), c.brace) << c.name;
+    EXPECT_EQ(IsTrue(n.LoadDefined()), c.load) << c.name;
+  }
 
-TEST(NodeProperty, RestraintFlagsStoreMinusOneForAnyNonZero) {
-  Nodeb n;
-  n.SetXTDir(5);
-  n.SetYTDir(1);
-  n.SetZTDir(-7);
-  EXPECT_EQ(n.XTDir(), vbTrue);
-  EXPECT_EQ(n.YTDir(), vbTrue);
-  EXPECT_EQ(n.ZTDir(), vbTrue);
-  n.SetXTDir(0);
-  EXPECT_EQ(n.XTDir(), vbFalse);
-}
-
-TEST(NodeProperty, FlagsKeepNoMemoryOfEarlierState) {
+  // The flags keep no memory of an earlier state.
   Nodeb n;
   n.SetXTDir(1);
   n.xtstiff = 4;
@@ -90,25 +64,19 @@ TEST(NodeProperty, FlagsKeepNoMemoryOfEarlierState) {
   n.xtstiff = 0;
   n.XLoad = 0;
   n.UpdatePropertyDefined();
-  EXPECT_FALSE(IsTrue(n.PropertyDefined()));
-  EXPECT_FALSE(IsTrue(n.BoundaryDefined()));
-  EXPECT_FALSE(IsTrue(n.BraceDefined()));
-  EXPECT_FALSE(IsTrue(n.LoadDefined()));
+  EXPECT_FALSE(IsTrue(n.PropertyDefined()) || IsTrue(n.BoundaryDefined()) ||
+               IsTrue(n.BraceDefined()) || IsTrue(n.LoadDefined()));
 }
 
-TEST(ElementProperty, PlateNeedsAThicknessAboveTheTolerance) {
-  const std::pair<float, bool> cases[] = {
-      {0.00001f, false}, {0.0001f, true}, {0.0f, false}, {-1.0f, false}, {0.5f, true}};
-  for (auto [t, defined] : cases) {
+TEST(Property, PlateNeedsAThicknessAndStiffenerAThicknessAndAWidth) {
+  for (auto [t, defined] :
+       {std::pair{0.00001f, false}, {0.0001f, true}, {0.0f, false}, {-1.0f, false}, {0.5f, true}}) {
     fourNode p;
     p.PropertyDefined = defined ? vbFalse : vbTrue; // the opposite, to see it change
     p.Thickness = t;
     p.UpdatePropertyDefined();
     EXPECT_EQ(IsTrue(p.PropertyDefined), defined) << t;
   }
-}
-
-TEST(ElementProperty, StiffenerNeedsBothThicknessAndWidth) {
   struct Case {
     float thickness, width;
     bool defined;
@@ -126,7 +94,7 @@ TEST(ElementProperty, StiffenerNeedsBothThicknessAndWidth) {
   }
 }
 
-TEST(ElementProperty, MaxThicknessCountsUndefinedPlatesToo) {
+TEST(Property, MaxThicknessCountsUndefinedPlatesAndStartsFromZero) {
   fourNodes plates;
   auto n = std::make_shared<Nodeb>();
   for (float t : {0.25f, 0.75f, 0.5f}) {
@@ -137,17 +105,14 @@ TEST(ElementProperty, MaxThicknessCountsUndefinedPlatesToo) {
   plates.Item(2)->PropertyDefined = vbFalse;
   plates.UpdateMaxThickness();
   EXPECT_EQ(plates.MaxThickness(), 0.75f);
-
-  // Thinner plates later: the maximum starts afresh from 0.
-  for (const auto& p : plates) p->Thickness = 0;
-  plates.UpdateMaxThickness();
-  EXPECT_EQ(plates.MaxThickness(), 0.0f);
+  for (const auto& p : plates)
+    p->Thickness = 0;
   plates.Item(3)->Thickness = -2;
   plates.UpdateMaxThickness();
   EXPECT_EQ(plates.MaxThickness(), 0.0f);
 }
 
-TEST(ElementProperty, CentrePointsOfPlateAndStiffener) {
+TEST(Property, CentrePointsAreStoredUntilTheNextRun) {
   Nodes nodes;
   auto a = nodes.Add(0, 0, 1, "1");
   auto b = nodes.Add(1, 0, 2, "2");
@@ -163,8 +128,6 @@ TEST(ElementProperty, CentrePointsOfPlateAndStiffener) {
   EXPECT_EQ(p->CPY, 0.5f);
   EXPECT_EQ(s->CPX, 1.0f);
   EXPECT_EQ(s->CPY, 0.5f);
-
-  // Centre points are stored: moving a node does not move them until the next run.
   c->xcoord = 3;
   EXPECT_EQ(p->CPX, 0.5f);
   plates.GenerateCP();
@@ -173,62 +136,29 @@ TEST(ElementProperty, CentrePointsOfPlateAndStiffener) {
   EXPECT_EQ(s->CPX, 2.0f);
 }
 
-TEST(ElementProperty, AddStartsWithNoSection) {
-  auto n = std::make_shared<Nodeb>();
-  twoNodes stiffeners;
-  auto s = stiffeners.Add(n, n, 7, "7");
-  EXPECT_EQ(s->ID, 7);
-  EXPECT_EQ(s->Thickness, 0.0f);
-  EXPECT_EQ(s->width, 0.0f);
-  EXPECT_EQ(s->Node1, n);
-  EXPECT_EQ(stiffeners.Item("7"), s);
-}
-
-TEST(StressRange, NodesOverConnectedNodesOnly) {
+TEST(Property, StressRangeOverConnectedEntriesOnly) {
   Nodes nodes;
-  auto a = nodes.Add(0, 0, 1, "1");
-  auto b = nodes.Add(0, 0, 2, "2");
-  auto c = nodes.Add(0, 0, 3, "3");
-  a->vID = 1;
-  a->Sx = 5;
-  a->Sy = -1;
-  a->SXY = 2;
-  a->Mises = 9;
-  b->vID = 0; // not connected: its huge values do not count
-  b->Sx = 100;
-  b->Sy = -100;
-  c->vID = 2;
-  c->Sx = -3;
-  c->Sy = 4;
-  c->SXY = 2;
-  c->Mises = 1;
-
+  auto Node = [&](Long vID, Single sx, Single sy, Single sxy, Single mises) {
+    auto n = nodes.Add(0, 0, nodes.Count() + 1, "");
+    n->vID = vID, n->Sx = sx, n->Sy = sy, n->SXY = sxy, n->Mises = mises;
+    return n;
+  };
+  auto a = Node(1, 5, -1, 2, 9);
+  Node(0, 100, -100, 50, 99); // not connected: its huge values do not count
+  Node(2, -3, 4, 2, 1);
+  const Single expected[4][2] = {{5, -3}, {4, -1}, {2, 2}, {9, 1}};
   Single mx = 0, mn = 0;
-  nodes.Calculate_MaxMinStress(mx, mn, 0);
-  EXPECT_EQ(mx, 5.0f);
-  EXPECT_EQ(mn, -3.0f);
-  nodes.Calculate_MaxMinStress(mx, mn, 1);
-  EXPECT_EQ(mx, 4.0f);
-  EXPECT_EQ(mn, -1.0f);
-  nodes.Calculate_MaxMinStress(mx, mn, 2);
-  EXPECT_EQ(mx, 2.0f);
-  EXPECT_EQ(mn, 2.0f);
-  nodes.Calculate_MaxMinStress(mx, mn, 3);
-  EXPECT_EQ(mx, 9.0f);
-  EXPECT_EQ(mn, 1.0f);
+  for (Integer opt = 0; opt < 4; ++opt) {
+    nodes.Calculate_MaxMinStress(mx, mn, opt);
+    EXPECT_EQ(mx, expected[opt][0]) << opt;
+    EXPECT_EQ(mn, expected[opt][1]) << opt;
+  }
   for (Integer opt : {4, -1}) {
     nodes.Calculate_MaxMinStress(mx, mn, opt);
     EXPECT_EQ(mx, -1E+37f);
     EXPECT_EQ(mn, 1E+37f);
   }
-}
-
-TEST(StressRange, OneConnectedNodeIsBothEnds) {
-  Nodes nodes;
-  auto a = nodes.Add(0, 0, 1, "1");
-  a->vID = 1;
-  a->Sx = 5;
-  Single mx = 0, mn = 0;
+  nodes.Item(3)->vID = 0; // one connected node is both ends
   nodes.Calculate_MaxMinStress(mx, mn, 0);
   EXPECT_EQ(mx, 5.0f);
   EXPECT_EQ(mn, 5.0f);
@@ -236,9 +166,8 @@ TEST(StressRange, OneConnectedNodeIsBothEnds) {
   nodes.Calculate_MaxMinStress(mx, mn, 0);
   EXPECT_EQ(mx, -1E+37f);
   EXPECT_EQ(mn, 1E+37f);
-}
 
-TEST(StressRange, StiffenersHaveOnlyTheAxialStress) {
+  // Stiffeners have only the axial stress.
   auto n = std::make_shared<Nodeb>();
   twoNodes stiffeners;
   const float stress[] = {3, -8, 50, 1};
@@ -248,7 +177,6 @@ TEST(StressRange, StiffenersHaveOnlyTheAxialStress) {
     s->Stress = stress[i];
     s->vID = vid[i];
   }
-  Single mx = 0, mn = 0;
   stiffeners.Calculate_MaxMinStress(mx, mn, 0);
   EXPECT_EQ(mx, 3.0f);
   EXPECT_EQ(mn, -8.0f);
@@ -257,47 +185,32 @@ TEST(StressRange, StiffenersHaveOnlyTheAxialStress) {
   EXPECT_EQ(mn, 1E+37f);
 }
 
-// ---- the collections ----
-
-template <class Fn> int FaultOf(Fn&& fn) {
-  try {
-    fn();
-  } catch (const Fault& f) {
-    return f.number();
-  }
-  return 0;
-}
-
-TEST(Collections, OneBasedPositionsAndKeys) {
+TEST(Property, CollectionsHaveOneBasedPositionsKeysAndFaults) {
   Nodes nodes;
   auto a = nodes.Add(1, 2, 1, "1");
   auto b = nodes.Add(3, 4, 2, "2");
   auto keyless = nodes.Add(5, 6, 3, "");
   EXPECT_EQ(nodes.Count(), 3);
   EXPECT_EQ(nodes.Item(1), a);
-  EXPECT_EQ(nodes.Item(2), b);
   EXPECT_EQ(nodes.Item(3), keyless);
   EXPECT_EQ(nodes.Item("2"), b);
-  EXPECT_EQ(a->xcoord, 1.0f);
-  EXPECT_EQ(a->ycoord, 2.0f);
+  EXPECT_EQ(b->xcoord, 3.0f);
+  EXPECT_EQ(b->ycoord, 4.0f);
   EXPECT_EQ(b->ID, 2);
-
-  EXPECT_EQ(FaultOf([&] { nodes.Item(0); }), errSubscript);
-  EXPECT_EQ(FaultOf([&] { nodes.Item(4); }), errSubscript);
-  EXPECT_EQ(FaultOf([&] { nodes.Item(-1); }), errSubscript);
+  for (long bad : {0, 4, -1})
+    EXPECT_EQ(FaultOf([&] { nodes.Item(bad); }), errSubscript) << bad;
   EXPECT_EQ(FaultOf([&] { nodes.Item("3"); }), errInvalidCall); // added without a key
   EXPECT_EQ(FaultOf([&] { nodes.Item(""); }), errInvalidCall);
   EXPECT_EQ(FaultOf([&] { nodes.Add(0, 0, 4, "1"); }), errDuplicateKey);
   EXPECT_EQ(nodes.Count(), 3); // the refused node is not there
-
   long position = 0;
-  for (const auto& n : nodes) EXPECT_EQ(n->ID, ++position);
-}
+  for (const auto& n : nodes)
+    EXPECT_EQ(n->ID, ++position);
 
-TEST(Collections, RemoveDropsTheEntryAndItsKey) {
+  // Remove drops the entry and its key.
   auto n = std::make_shared<Nodeb>();
   fourNodes plates;
-  auto p1 = plates.Add(n, n, n, n, 1, "1");
+  plates.Add(n, n, n, n, 1, "1");
   auto p2 = plates.Add(n, n, n, n, 2, "2");
   plates.Remove(1);
   EXPECT_EQ(plates.Count(), 1);

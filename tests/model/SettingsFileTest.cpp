@@ -4,6 +4,7 @@
 #include "model/VELKMain.h"
 #include "view/View.h"
 
+#include <filesystem>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -14,6 +15,11 @@ namespace {
 using SettingsFile = SessionTest;
 using Text = std::vector<std::string>;
 
+Text WithLine(Text t, std::size_t i, const std::string& line) {
+  t[i] = line;
+  return t;
+}
+
 const Text kDefaults = {"3,8,.8,#FALSE#,#FALSE#,0",
                         "#FALSE#,#FALSE#,#FALSE#",
                         "#TRUE#,#TRUE#",
@@ -23,16 +29,10 @@ const Text kDefaults = {"3,8,.8,#FALSE#,#FALSE#,0",
                         "1,1",
                         "3,3,3,10",
                         "0,2,#TRUE#,#FALSE#"};
-// What a reader that fails puts in place of each line.
-const Text kFallbacks = {"3,8,.8,#FALSE#,#FALSE#,0",
-                         "#FALSE#,#FALSE#,#FALSE#",
-                         "#TRUE#,#TRUE#",
-                         "#TRUE#,#FALSE#,#TRUE#,#FALSE#",
-                         "#TRUE#,#FALSE#",
-                         "#TRUE#,#FALSE#,#FALSE#",
-                         "10,10",
-                         "10,10,10,10",
-                         "0,2,#TRUE#,#TRUE#"};
+// What a reader that fails puts in place of each line: the magnifications
+// become 10, not their class default 1.
+const Text kFallbacks =
+    WithLine(WithLine(WithLine(kDefaults, 6, "10,10"), 7, "10,10,10,10"), 8, "0,2,#TRUE#,#TRUE#");
 // Every option away from its class default and its fallback.
 const Text kUnusual = {"6,30,.55,#TRUE#,#FALSE#,1",
                        "#TRUE#,#TRUE#,#TRUE#",
@@ -46,27 +46,24 @@ const Text kUnusual = {"6,30,.55,#TRUE#,#FALSE#,1",
 
 std::string Join(const Text& lines) {
   std::string s;
-  for (const auto& l : lines) s += l + "\r\n";
+  for (const auto& l : lines)
+    s += l + "\r\n";
   return s;
 }
 
 // The options in memory, as the writer would put them.
-Text Options() { return Lines(Option_Data()); }
-
-// Lines [from, to) of `a` followed by the rest of `b`.
-Text Mix(const Text& a, const Text& b, std::size_t to) {
-  Text t(a.begin(), a.begin() + to);
-  t.insert(t.end(), b.begin() + to, b.end());
-  return t;
+Text Options() {
+  return Lines(Option_Data());
 }
 
-TEST_F(SettingsFile, ClassDefaultsGiveExactlyTheseNineLines) {
+TEST_F(SettingsFile, MissingFileIsReportedAndTheDefaultsAreTheseNineLines) {
+  Read_Option();
+  EXPECT_EQ(host.Texts(), Text{"Error: Reading INI file!"});
   Save_Option();
   EXPECT_EQ(ReadFile(SettingsPath()), Join(kDefaults));
-  EXPECT_TRUE(host.messages.empty());
 }
 
-TEST_F(SettingsFile, EveryOptionSurvivesSaveAndRead) {
+TEST_F(SettingsFile, EveryOptionSurvivesReadAndSave) {
   WriteFile(SettingsPath(), Join(kUnusual));
   Read_Option();
   EXPECT_TRUE(host.messages.empty());
@@ -77,73 +74,53 @@ TEST_F(SettingsFile, EveryOptionSurvivesSaveAndRead) {
   EXPECT_EQ(ReadFile(SettingsPath()), Join(kUnusual));
 }
 
-TEST_F(SettingsFile, MissingFileIsReportedAndClassDefaultsStay) {
-  Read_Option();
-  EXPECT_EQ(host.Texts(), Text{"Error: Reading INI file!"});
-  EXPECT_EQ(Options(), kDefaults);
+TEST_F(SettingsFile, DamagedFilesFallBackQuietly) {
+  // Lines [0, to) of `a` followed by the rest of `b`.
+  auto Mix = [](const Text& a, const Text& b, std::size_t to) {
+    Text t(a.begin(), a.begin() + to);
+    t.insert(t.end(), b.begin() + to, b.end());
+    return t;
+  };
+  const struct {
+    const char* name;
+    Text file, options;
+  } cases[] = {
+      {"empty", {}, kFallbacks},
+      {"only a good first line", {kUnusual[0]}, Mix(kUnusual, kFallbacks, 1)},
+      // Lines 2 to 7 had been read, and fall back with the rest.
+      {"broken field on line 8", WithLine(kUnusual, 7, "5,6,abc,12"), Mix(kUnusual, kFallbacks, 1)},
+      {"broken last field", WithLine(kUnusual, 8, "3,1.5,#FALSE#,1"), Mix(kUnusual, kFallbacks, 1)},
+      // The run options stop at their bad field; the display options then
+      // meet a number where a boolean stands and fall back as well.
+      {"broken first line", WithLine(kUnusual, 0, "6,x,.55,#TRUE#,#FALSE#,1"), kFallbacks},
+      {"count beyond 16 bits", WithLine(kUnusual, 0, "40000,30,.55,#TRUE#,#FALSE#,1"), kFallbacks},
+      {"lines may break anywhere",
+       {"6,30", ".55,#TRUE#,#FALSE#,1,#TRUE#", "#TRUE#,#TRUE#,#FALSE#,#FALSE#",
+        "#FALSE#,#TRUE#,#FALSE#,#TRUE#,#FALSE#,#TRUE#,#FALSE#,#TRUE#,#TRUE#,2.5,4,5",
+        "6,.5,12,3,1.5,#FALSE#,#TRUE#"},
+       kUnusual}};
+  for (const auto& c : cases) {
+    WriteFile(SettingsPath(), Join(c.file));
+    Read_Option_Data(Join(kUnusual)); // something to be replaced
+    Read_Option();
+    EXPECT_TRUE(host.messages.empty()) << c.name;
+    EXPECT_EQ(Options(), c.options) << c.name;
+  }
 }
 
-struct DamageCase {
-  const char* name;
-  Text file;
-  Text options; // after reading
-};
-
-class DamagedSettings : public SettingsFile, public ::testing::WithParamInterface<DamageCase> {};
-
-TEST_P(DamagedSettings, FallBackQuietly) {
-  WriteFile(SettingsPath(), Join(GetParam().file));
-  Read_Option_Data(Join(kUnusual)); // something to be replaced
-  Read_Option();
-  EXPECT_TRUE(host.messages.empty());
-  EXPECT_EQ(Options(), GetParam().options);
-}
-
-Text WithLine(Text t, std::size_t i, const std::string& line) {
-  t[i] = line;
-  return t;
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Files, DamagedSettings,
-    ::testing::Values(
-        // The magnifications become 10, not their class default 1.
-        DamageCase{"Empty", {}, kFallbacks},
-        DamageCase{"OnlyAGoodFirstLine", {kUnusual[0]}, Mix(kUnusual, kFallbacks, 1)},
-        // Lines 2 to 7 had been read, and fall back with the rest.
-        DamageCase{"BrokenFieldOnLineEight", WithLine(kUnusual, 7, "5,6,abc,12"),
-                   Mix(kUnusual, kFallbacks, 1)},
-        DamageCase{"BrokenLastField", WithLine(kUnusual, 8, "3,1.5,#FALSE#,1"),
-                   Mix(kUnusual, kFallbacks, 1)},
-        // The run options stop at their bad field; the display options then
-        // meet a number where a boolean stands and fall back as well.
-        DamageCase{"BrokenFirstLine", WithLine(kUnusual, 0, "6,x,.55,#TRUE#,#FALSE#,1"),
-                   kFallbacks},
-        DamageCase{"CountBeyondSixteenBits", WithLine(kUnusual, 0, "40000,30,.55,#TRUE#,#FALSE#,1"),
-                   kFallbacks},
-        DamageCase{"LinesMayBreakAnywhere",
-                   {"6,30", ".55,#TRUE#,#FALSE#,1,#TRUE#", "#TRUE#,#TRUE#,#FALSE#,#FALSE#",
-                    "#FALSE#,#TRUE#,#FALSE#,#TRUE#,#FALSE#,#TRUE#,#FALSE#,#TRUE#,#TRUE#,2.5,4,5",
-                    "6,.5,12,3,1.5,#FALSE#,#TRUE#"},
-                   kUnusual}),
-    [](const auto& info) { return std::string(info.param.name); });
-
-TEST_F(SettingsFile, NewModelKeepsAShiftFactorOfOneHalfAndTheViewOptions) {
+TEST_F(SettingsFile, NewModelKeepsTheOptionsEvenWithTheFileSwitchedOff) {
   Read_Option_Data(Join(kUnusual));
   gAnalysis().ShiftFactor = 0.5f;
   gAnalysis().OutputOption = 2;
   New_Model();
-  EXPECT_TRUE(host.messages.empty());
-  EXPECT_EQ(gAnalysis().ShiftFactor, 0.5f);
   EXPECT_EQ(gAnalysis().OutputOption, 1); // not in the file
   EXPECT_EQ(Options(), WithLine(kUnusual, 0, "6,30,.5,#TRUE#,#FALSE#,1"));
-}
 
-TEST_F(SettingsFile, SwitchedOffTheOptionsStillSurviveNewModel) {
+  std::filesystem::remove(SettingsPath());
   SetOptionFileEnabled(false);
-  gAnalysis().MaxShift = 6;
+  gAnalysis().MaxShift = 4;
   New_Model();
-  EXPECT_EQ(gAnalysis().MaxShift, 6);
+  EXPECT_EQ(gAnalysis().MaxShift, 4);
   EXPECT_FALSE(std::ifstream(SettingsPath()).good());
   EXPECT_TRUE(host.messages.empty());
 }
