@@ -146,7 +146,7 @@ struct Girth {
 } // namespace
 
 int main(int argc, char** argv) {
-  std::vector<Girth> sizes = {{20, 3},  {200, 3}, {1000, 3},  {2700, 3},
+  std::vector<Girth> sizes = {{20, 3},  {200, 3}, {1000, 3}, {2700, 3},
                               {30, 30}, {60, 60}, {100, 100}};
   if (argc > 1) {
     sizes.clear();
@@ -189,9 +189,12 @@ int main(int argc, char** argv) {
     std::map<RunStep, Step> once;
     std::vector<Step> shifts, cycles;
     analysisHooks().Timing = [&](RunStep step, int n, int bw, double seconds) {
-      if (step == RunStep::ShiftFactor) shifts.push_back({n, bw, seconds});
-      else if (step == RunStep::ShiftCycles) cycles.push_back({n, bw, seconds});
-      else once[step] = {n, bw, seconds};
+      if (step == RunStep::ShiftFactor)
+        shifts.push_back({n, bw, seconds});
+      else if (step == RunStep::ShiftCycles)
+        cycles.push_back({n, bw, seconds});
+      else
+        once[step] = {n, bw, seconds};
     };
     BandMatrix stageOne;
     int n1 = 0, bw1 = 0;
@@ -245,10 +248,8 @@ int main(int argc, char** argv) {
     const double two = TimeLapack(ab, n1, bw1, 2, 3);
     std::printf("  stage-one matrix: ours %.5f (%.2f GFLOP/s); dpbtrf 1 thread %.5f (%.2f "
                 "GFLOP/s), 2 threads %.5f (%.2f GFLOP/s)\n",
-                ours, Gflops(n1, bw1, ours), one, Gflops(n1, bw1, one), two,
-                Gflops(n1, bw1, two));
-    std::printf("  ours / dpbtrf: %.2f (1 thread), %.2f (2 threads)\n\n", ours / one,
-                ours / two);
+                ours, Gflops(n1, bw1, ours), one, Gflops(n1, bw1, one), two, Gflops(n1, bw1, two));
+    std::printf("  ours / dpbtrf: %.2f (1 thread), %.2f (2 threads)\n\n", ours / one, ours / two);
     std::fflush(stdout);
   }
   InstallHost(nullptr);

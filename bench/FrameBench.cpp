@@ -35,7 +35,10 @@ int main(int argc, char** argv) {
   frmMenu menu;
   menu.resize(1024, 768);
   menu.show();
-  for (int i = 0; i < 20; ++i) { app.processEvents(); QThread::msleep(5); }
+  for (int i = 0; i < 20; ++i) {
+    app.processEvents();
+    QThread::msleep(5);
+  }
 
   const int nx = argc > 1 ? std::atoi(argv[1]) : 108, ny = argc > 2 ? std::atoi(argv[2]) : 99;
   frmBeamShape f;
@@ -67,19 +70,19 @@ int main(int argc, char** argv) {
 
   GLView* surface = menu.Surface();
   auto measure = [&](const char* what) {
-  std::vector<double> ms;
-  for (int i = 0; i < 7; ++i) {
-    surface->makeCurrent();
-    auto t0 = std::chrono::steady_clock::now();
-    Paint_Frame(v);
-    glFinish();
-    auto t1 = std::chrono::steady_clock::now();
-    surface->doneCurrent();
-    if (i >= 2) ms.push_back(std::chrono::duration<double, std::milli>(t1 - t0).count());
-  }
-  std::sort(ms.begin(), ms.end());
-  std::printf("%-44s median %7.1f ms, best %7.1f ms\n", what, ms[ms.size() / 2], ms.front());
-  return ms[ms.size() / 2];
+    std::vector<double> ms;
+    for (int i = 0; i < 7; ++i) {
+      surface->makeCurrent();
+      auto t0 = std::chrono::steady_clock::now();
+      Paint_Frame(v);
+      glFinish();
+      auto t1 = std::chrono::steady_clock::now();
+      surface->doneCurrent();
+      if (i >= 2) ms.push_back(std::chrono::duration<double, std::milli>(t1 - t0).count());
+    }
+    std::sort(ms.begin(), ms.end());
+    std::printf("%-44s median %7.1f ms, best %7.1f ms\n", what, ms[ms.size() / 2], ms.front());
+    return ms[ms.size() / 2];
   };
   measure("full frame: everything shown, at an angle");
   v.Zoom_All();
@@ -92,7 +95,8 @@ int main(int argc, char** argv) {
   measure("no symbols either");
   std::printf("mesh %d x %d elements: %ld nodes, %ld plates, %ld stiffeners\n", nx, ny,
               gMesh().Nodes().Count(), gMesh().fourNodes().Count(), gMesh().twoNodes().Count());
-  std::printf("GL renderer: %s\n", reinterpret_cast<const char*>((surface->makeCurrent(), glGetString(GL_RENDERER))));
+  std::printf("GL renderer: %s\n",
+              reinterpret_cast<const char*>((surface->makeCurrent(), glGetString(GL_RENDERER))));
   std::printf("target: 100 ms for the full frame\n");
   return 0;
 }

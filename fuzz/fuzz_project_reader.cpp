@@ -39,7 +39,8 @@ void WorkOnTheModel() {
   } catch (const Fault&) {
   }
   Single mx = 0, mn = 0;
-  for (Integer opt = 0; opt < 4; ++opt) m.Nodes().Calculate_MaxMinStress(mx, mn, opt);
+  for (Integer opt = 0; opt < 4; ++opt)
+    m.Nodes().Calculate_MaxMinStress(mx, mn, opt);
   m.twoNodes().Calculate_MaxMinStress(mx, mn, 0);
 }
 

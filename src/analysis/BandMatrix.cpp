@@ -264,8 +264,8 @@ VELK_INLINE void SolveBand(const double* a, std::ptrdiff_t ld, double* x, double
 // y = -A x reading each row once: its upper part as a dot product, its lower
 // part (the column below the diagonal) swept into the later entries of y.
 template <class T>
-VELK_INLINE void MultiplyBand(const double* a, std::ptrdiff_t ld, const double* x, double* y,
-                              int n, int bw) {
+VELK_INLINE void MultiplyBand(const double* a, std::ptrdiff_t ld, const double* x, double* y, int n,
+                              int bw) {
   std::fill(y, y + n, 0.0);
   for (int i = 0; i < n; ++i) {
     const double* const ri = a + i * ld + i;
@@ -285,17 +285,17 @@ struct Kernels {
   MultiplyFn multiply;
 };
 
-#define VELK_KERNELS(Isa, ...)                                                                   \
-  __VA_ARGS__ void Factor##Isa(double* a, std::ptrdiff_t ld, int n, int bw) {                   \
-    FactorBand<Isa>(a, ld, n, bw);                                                               \
-  }                                                                                              \
-  __VA_ARGS__ void Solve##Isa(const double* a, std::ptrdiff_t ld, double* x, double* f, int n,  \
-                              int bw) {                                                          \
-    SolveBand<Isa>(a, ld, x, f, n, bw);                                                          \
-  }                                                                                              \
-  __VA_ARGS__ void Multiply##Isa(const double* a, std::ptrdiff_t ld, const double* x, double* y, \
-                                 int n, int bw) {                                                \
-    MultiplyBand<Isa>(a, ld, x, y, n, bw);                                                       \
+#define VELK_KERNELS(Isa, ...)                                                                     \
+  __VA_ARGS__ void Factor##Isa(double* a, std::ptrdiff_t ld, int n, int bw) {                      \
+    FactorBand<Isa>(a, ld, n, bw);                                                                 \
+  }                                                                                                \
+  __VA_ARGS__ void Solve##Isa(const double* a, std::ptrdiff_t ld, double* x, double* f, int n,     \
+                              int bw) {                                                            \
+    SolveBand<Isa>(a, ld, x, f, n, bw);                                                            \
+  }                                                                                                \
+  __VA_ARGS__ void Multiply##Isa(const double* a, std::ptrdiff_t ld, const double* x, double* y,   \
+                                 int n, int bw) {                                                  \
+    MultiplyBand<Isa>(a, ld, x, y, n, bw);                                                         \
   }
 
 VELK_KERNELS(IsaBase)

@@ -9,10 +9,14 @@ public:
   int MsgBox(const std::string&, int buttons, const std::string&) override {
     switch (buttons & 7) {
     case vbYesNoCancel:
-    case vbYesNo: return vbYes;
-    case vbAbortRetryIgnore: return vbIgnore;
-    case vbRetryCancel: return vbRetry;
-    default: return vbOK;
+    case vbYesNo:
+      return vbYes;
+    case vbAbortRetryIgnore:
+      return vbIgnore;
+    case vbRetryCancel:
+      return vbRetry;
+    default:
+      return vbOK;
     }
   }
   std::optional<std::string> InputBox(const std::string&, const std::string&,
@@ -30,8 +34,12 @@ Host* gHost = &gSilent;
 
 } // namespace
 
-Host& host() { return *gHost; }
-void InstallHost(Host* h) { gHost = h ? h : &gSilent; }
+Host& host() {
+  return *gHost;
+}
+void InstallHost(Host* h) {
+  gHost = h ? h : &gSilent;
+}
 
 std::string FileTitleOf(const std::string& path) {
   auto pos = path.find_last_of('/');

@@ -20,7 +20,15 @@ enum MsgStyle : int {
   vbExclamation = 48,
   vbInformation = 64,
 };
-enum MsgAnswer : int { vbOK = 1, vbCancel = 2, vbAbort = 3, vbRetry = 4, vbIgnore = 5, vbYes = 6, vbNo = 7 };
+enum MsgAnswer : int {
+  vbOK = 1,
+  vbCancel = 2,
+  vbAbort = 3,
+  vbRetry = 4,
+  vbIgnore = 5,
+  vbYes = 6,
+  vbNo = 7
+};
 
 // The common file dialog: one object keeps its file name between uses.
 struct FileDialog {

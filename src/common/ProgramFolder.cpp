@@ -13,8 +13,12 @@ std::string& Folder() {
 }
 } // namespace
 
-const std::string& ProgramFolder() { return Folder(); }
-void SetProgramFolder(const std::string& folder) { Folder() = folder; }
+const std::string& ProgramFolder() {
+  return Folder();
+}
+void SetProgramFolder(const std::string& folder) {
+  Folder() = folder;
+}
 
 std::string ExecutableFolder() {
   std::error_code ec;
@@ -32,9 +36,12 @@ std::string WritableFolder() {
   const std::string& own = ProgramFolder();
   if (access(own.c_str(), W_OK) == 0) return own;
   std::string base;
-  if (const char* xdg = std::getenv("XDG_CONFIG_HOME"); xdg && *xdg) base = xdg;
-  else if (const char* home = std::getenv("HOME"); home && *home) base = std::string(home) + "/.config";
-  else base = "/tmp";
+  if (const char* xdg = std::getenv("XDG_CONFIG_HOME"); xdg && *xdg)
+    base = xdg;
+  else if (const char* home = std::getenv("HOME"); home && *home)
+    base = std::string(home) + "/.config";
+  else
+    base = "/tmp";
   std::string folder = base + "/velk";
   std::error_code ec;
   std::filesystem::create_directories(folder, ec);

@@ -9,23 +9,33 @@ namespace velk {
 
 int FaultFromErrno(int err, bool reading) {
   switch (err) {
-  case ENOENT: return reading ? errFileNotFound : errPathNotFound;
-  case ENOTDIR: return errPathNotFound;
+  case ENOENT:
+    return reading ? errFileNotFound : errPathNotFound;
+  case ENOTDIR:
+    return errPathNotFound;
   case ENAMETOOLONG:
-  case EINVAL: return errBadFileName;
+  case EINVAL:
+    return errBadFileName;
   case ENOSPC:
   case EDQUOT:
-  case EFBIG: return errDiskFull;
-  case EIO: return errDeviceIO;
+  case EFBIG:
+    return errDiskFull;
+  case EIO:
+    return errDeviceIO;
   case ENXIO:
-  case ENODEV: return errDeviceUnavailable;
+  case ENODEV:
+    return errDeviceUnavailable;
   case EACCES:
   case EPERM:
-  case EROFS: return errPermissionDenied;
-  case EISDIR: return errPathFileAccess;
+  case EROFS:
+    return errPermissionDenied;
+  case EISDIR:
+    return errPathFileAccess;
   case EMFILE:
-  case ENFILE: return errFileAlreadyOpen;
-  default: return errPathFileAccess;
+  case ENFILE:
+    return errFileAlreadyOpen;
+  default:
+    return errPathFileAccess;
   }
 }
 
@@ -73,7 +83,8 @@ std::string ReadWholeFile(const std::string& path) {
   std::string data;
   char buf[65536];
   std::size_t n;
-  while ((n = std::fread(buf, 1, sizeof buf, f)) > 0) data.append(buf, n);
+  while ((n = std::fread(buf, 1, sizeof buf, f)) > 0)
+    data.append(buf, n);
   bool failed = std::ferror(f);
   int err = errno;
   std::fclose(f);
@@ -86,8 +97,10 @@ std::string ReadWholeFile(const std::string& path) {
 std::string FieldWriter::QuotedSafe(std::string_view text) {
   std::string s(text);
   for (auto& c : s) {
-    if (c == '"') c = '\'';
-    else if (c == '\r' || c == '\n') c = ' ';
+    if (c == '"')
+      c = '\'';
+    else if (c == '\r' || c == '\n')
+      c = ' ';
   }
   return s;
 }
@@ -130,8 +143,12 @@ void FieldWriter::Line(std::string_view raw) {
 // ---- reader ----
 
 namespace {
-bool IsBlank(char c) { return c == ' ' || c == '\t'; }
-bool IsLineEnd(char c) { return c == '\r' || c == '\n'; }
+bool IsBlank(char c) {
+  return c == ' ' || c == '\t';
+}
+bool IsLineEnd(char c) {
+  return c == '\r' || c == '\n';
+}
 } // namespace
 
 void FieldReader::SkipDelimiter() {
@@ -147,7 +164,8 @@ void FieldReader::SkipDelimiter() {
 }
 
 std::string FieldReader::RawField(bool* quoted) {
-  while (pos_ < data_.size() && IsBlank(data_[pos_])) ++pos_;
+  while (pos_ < data_.size() && IsBlank(data_[pos_]))
+    ++pos_;
   if (pos_ >= data_.size()) Raise(errInputPastEnd, "input past end of file");
   if (quoted) *quoted = false;
   if (data_[pos_] == '"') {
@@ -162,18 +180,22 @@ std::string FieldReader::RawField(bool* quoted) {
     text = data_.substr(pos_ + 1, close - pos_ - 1);
     pos_ = close + 1;
     // Anything between the closing quote and the delimiter is passed over.
-    while (pos_ < data_.size() && data_[pos_] != ',' && !IsLineEnd(data_[pos_])) ++pos_;
+    while (pos_ < data_.size() && data_[pos_] != ',' && !IsLineEnd(data_[pos_]))
+      ++pos_;
     SkipDelimiter();
     return text;
   }
   std::size_t start = pos_;
-  while (pos_ < data_.size() && data_[pos_] != ',' && !IsLineEnd(data_[pos_])) ++pos_;
+  while (pos_ < data_.size() && data_[pos_] != ',' && !IsLineEnd(data_[pos_]))
+    ++pos_;
   std::string text = Trim(std::string_view(data_).substr(start, pos_ - start));
   SkipDelimiter();
   return text;
 }
 
-std::string FieldReader::Text() { return RawField(); }
+std::string FieldReader::Text() {
+  return RawField();
+}
 
 double FieldReader::Double() {
   bool quoted = false;
@@ -189,8 +211,12 @@ velk::Single FieldReader::Single() {
   return TextToSingle(f);
 }
 
-velk::Integer FieldReader::Integer() { return CInt(Double()); }
-velk::Long FieldReader::Long() { return CLng(Double()); }
+velk::Integer FieldReader::Integer() {
+  return CInt(Double());
+}
+velk::Long FieldReader::Long() {
+  return CLng(Double());
+}
 
 velk::Boolean FieldReader::Boolean() {
   bool quoted = false;

@@ -31,29 +31,38 @@ private:
   locale_t old_;
 };
 
-bool IsBlank(char c) { return c == ' ' || c == '\t'; }
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+bool IsBlank(char c) {
+  return c == ' ' || c == '\t';
+}
+bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
 
 // The numeric core of a text with its blanks removed, or empty when not numeric.
 std::string NumericCore(std::string_view text) {
   std::size_t b = 0, e = text.size();
-  while (b < e && IsBlank(text[b])) ++b;
-  while (e > b && IsBlank(text[e - 1])) --e;
+  while (b < e && IsBlank(text[b]))
+    ++b;
+  while (e > b && IsBlank(text[e - 1]))
+    --e;
   std::string_view t = text.substr(b, e - b);
   std::size_t i = 0;
   if (i < t.size() && (t[i] == '+' || t[i] == '-')) ++i;
   std::size_t digits = 0;
-  while (i < t.size() && IsDigit(t[i])) ++i, ++digits;
+  while (i < t.size() && IsDigit(t[i]))
+    ++i, ++digits;
   if (i < t.size() && t[i] == '.') {
     ++i;
-    while (i < t.size() && IsDigit(t[i])) ++i, ++digits;
+    while (i < t.size() && IsDigit(t[i]))
+      ++i, ++digits;
   }
   if (digits == 0) return {};
   if (i < t.size() && (t[i] == 'E' || t[i] == 'e')) {
     ++i;
     if (i < t.size() && (t[i] == '+' || t[i] == '-')) ++i;
     std::size_t expDigits = 0;
-    while (i < t.size() && IsDigit(t[i])) ++i, ++expDigits;
+    while (i < t.size() && IsDigit(t[i]))
+      ++i, ++expDigits;
     if (expDigits == 0) return {};
   }
   if (i != t.size()) return {};
@@ -76,8 +85,10 @@ std::string Tidy(std::string s, bool fileForm) {
     if (c == 'e') c = 'E';
   if (s == "-0") return "0";
   if (fileForm) {
-    if (s.rfind("0.", 0) == 0) s.erase(0, 1);
-    else if (s.rfind("-0.", 0) == 0) s.erase(1, 1);
+    if (s.rfind("0.", 0) == 0)
+      s.erase(0, 1);
+    else if (s.rfind("-0.", 0) == 0)
+      s.erase(1, 1);
   }
   return s;
 }
@@ -93,7 +104,9 @@ std::string GText(double value, int digits, bool fileForm) {
 
 } // namespace
 
-bool IsNumeric(std::string_view text) { return !NumericCore(text).empty(); }
+bool IsNumeric(std::string_view text) {
+  return !NumericCore(text).empty();
+}
 
 double TextToDouble(std::string_view text) {
   std::string core = NumericCore(text);
@@ -140,12 +153,22 @@ Single CSng(double value) {
   return static_cast<float>(value);
 }
 
-Integer TextToInteger(std::string_view text) { return CInt(TextToDouble(text)); }
-Long TextToLong(std::string_view text) { return CLng(TextToDouble(text)); }
+Integer TextToInteger(std::string_view text) {
+  return CInt(TextToDouble(text));
+}
+Long TextToLong(std::string_view text) {
+  return CLng(TextToDouble(text));
+}
 
-std::string SingleToText(Single value) { return GText(value, 7, false); }
-std::string SingleToFileText(Single value) { return GText(value, 7, true); }
-std::string DoubleToFileText(double value) { return GText(value, 15, true); }
+std::string SingleToText(Single value) {
+  return GText(value, 7, false);
+}
+std::string SingleToFileText(Single value) {
+  return GText(value, 7, true);
+}
+std::string DoubleToFileText(double value) {
+  return GText(value, 15, true);
+}
 
 std::string Format(double value, std::string_view picture) {
   char buf[64];
@@ -178,14 +201,17 @@ std::string Format(double value, std::string_view picture) {
 }
 
 std::string ZonePad(std::size_t column) {
-  std::size_t next = column == 0 ? kPrintZone : ((column + kPrintZone - 1) / kPrintZone) * kPrintZone;
+  std::size_t next =
+      column == 0 ? kPrintZone : ((column + kPrintZone - 1) / kPrintZone) * kPrintZone;
   return std::string(next - column, ' ');
 }
 
 std::string Trim(std::string_view text) {
   std::size_t b = 0, e = text.size();
-  while (b < e && IsBlank(text[b])) ++b;
-  while (e > b && IsBlank(text[e - 1])) --e;
+  while (b < e && IsBlank(text[b]))
+    ++b;
+  while (e > b && IsBlank(text[e - 1]))
+    --e;
   return std::string(text.substr(b, e - b));
 }
 

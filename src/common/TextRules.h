@@ -13,8 +13,12 @@ using Boolean = std::int16_t; // -1 true, 0 false
 
 constexpr Boolean vbTrue = -1;
 constexpr Boolean vbFalse = 0;
-inline Boolean ToBoolean(bool b) { return b ? vbTrue : vbFalse; }
-inline bool IsTrue(Boolean b) { return b != 0; }
+inline Boolean ToBoolean(bool b) {
+  return b ? vbTrue : vbFalse;
+}
+inline bool IsTrue(Boolean b) {
+  return b != 0;
+}
 
 // The zero of model values: the 32-bit float nearest to 0.00001.
 constexpr Single kTolerance = 0.00001f;
@@ -28,7 +32,7 @@ bool IsNumeric(std::string_view text);
 Single TextToSingle(std::string_view text);
 double TextToDouble(std::string_view text);
 Integer TextToInteger(std::string_view text); // round half to even
-Long TextToLong(std::string_view text);        // round half to even
+Long TextToLong(std::string_view text);       // round half to even
 
 // Rounding of a double to the 16- and 32-bit integers, ties to even; overflow (6)
 // beyond the range.

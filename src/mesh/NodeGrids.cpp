@@ -44,8 +44,8 @@ void Nodes::Generate(Single X1, Single Y1, Single X2, Single Y2, Single X3, Sing
   EvenColumns(*this, X1, Y1, X2, Y2, X3, Y3, X4, Y4, 1, NX, NY);
 }
 
-void Nodes::AddGenerate(Single X1, Single Y1, Single X2, Single Y2, Single X3, Single Y3,
-                        Single X4, Single Y4, Long NX, Long NY) {
+void Nodes::AddGenerate(Single X1, Single Y1, Single X2, Single Y2, Single X3, Single Y3, Single X4,
+                        Single Y4, Long NX, Long NY) {
   EvenColumns(*this, X1, Y1, X2, Y2, X3, Y3, X4, Y4, 2, NX, NY);
 }
 
@@ -61,9 +61,12 @@ void Nodes::GenerateProportional(Single X1, Single Y1, Single X2, Single Y2, Sin
   Long n = 0;
   for (Long i = 1; i <= NX; ++i) {
     double f;
-    if (i == 1) f = 0;
-    else if (i == NX) f = 1;
-    else f = (1 - std::pow(r, i - 1)) / (1 - rLast);
+    if (i == 1)
+      f = 0;
+    else if (i == NX)
+      f = 1;
+    else
+      f = (1 - std::pow(r, i - 1)) / (1 - rLast);
     double xb = f * (double(X3) - X1) + X1;
     double yb = f * (double(Y3) - Y1) + Y1;
     double xt = f * (double(X4) - X2) + X2;

@@ -20,10 +20,13 @@ constexpr const char* kWeb = "Invalid Input Data : Beam Web!";
 constexpr const char* kLength = "Invalid Input Data : Beam Length!";
 
 bool AllNumeric(std::initializer_list<const std::string*> fields) {
-  return std::all_of(fields.begin(), fields.end(), [](const std::string* f) { return IsNumeric(*f); });
+  return std::all_of(fields.begin(), fields.end(),
+                     [](const std::string* f) { return IsNumeric(*f); });
 }
 
-bool IsZero(const std::string& text) { return TextToDouble(text) == 0.0; }
+bool IsZero(const std::string& text) {
+  return TextToDouble(text) == 0.0;
+}
 
 // Fills the picture from one end's section, as the dialog draws it.
 void DrawSection(SectionPicture& pic, Single topW, Single topT, Single webH, Single webT,
@@ -125,9 +128,10 @@ void frmBeamShape::setEqual_Click() {
 // from a scratch copy of the fields. End 1 also checks the length; End 2 reads
 // the offset, which does not show in a section.
 static void DrawEnd(SectionPicture& pic, const std::string& tfw, const std::string& tft,
-             const std::string& wh, const std::string& wt, const std::string& bfw,
-             const std::string& bft, const std::string& lengthOrOffset, bool isLength) {
-  if (!AllNumeric({&tfw, &tft, &wh, &wt, &bfw, &bft, &lengthOrOffset})) return void(MsgBox(kNumbers));
+                    const std::string& wh, const std::string& wt, const std::string& bfw,
+                    const std::string& bft, const std::string& lengthOrOffset, bool isLength) {
+  if (!AllNumeric({&tfw, &tft, &wh, &wt, &bfw, &bft, &lengthOrOffset}))
+    return void(MsgBox(kNumbers));
   if (IsZero(wt) || IsZero(wh)) return void(MsgBox(kWeb));
   if (isLength && IsZero(lengthOrOffset)) return void(MsgBox(kLength));
   Single topW = TextToSingle(tfw), topT = TextToSingle(tft);
@@ -147,7 +151,8 @@ void frmBeamShape::Draw_End2() {
   DrawEnd(Picture2, txtBTFWE, txtBTFTE, txtBWHE, txtBWTE, txtBBFWE, txtBBFTE, txtOffset, false);
 }
 
-void frmBeamShape::KeyUp(const std::string& field, SectionPicture& pic, void (frmBeamShape::*draw)()) {
+void frmBeamShape::KeyUp(const std::string& field, SectionPicture& pic,
+                         void (frmBeamShape::*draw)()) {
   try {
     if (!IsNumeric(field)) Raise(errTypeMismatch);
     pic.Visible = true;
@@ -157,8 +162,12 @@ void frmBeamShape::KeyUp(const std::string& field, SectionPicture& pic, void (fr
   }
 }
 
-void frmBeamShape::KeyUpEnd1(const std::string& field) { KeyUp(field, Picture1, &frmBeamShape::Draw_End1); }
-void frmBeamShape::KeyUpEnd2(const std::string& field) { KeyUp(field, Picture2, &frmBeamShape::Draw_End2); }
+void frmBeamShape::KeyUpEnd1(const std::string& field) {
+  KeyUp(field, Picture1, &frmBeamShape::Draw_End1);
+}
+void frmBeamShape::KeyUpEnd2(const std::string& field) {
+  KeyUp(field, Picture2, &frmBeamShape::Draw_End2);
+}
 
 // The checks of the command, in order; false after the first failure's message.
 bool frmBeamShape::CheckFields() {
@@ -169,9 +178,9 @@ bool frmBeamShape::CheckFields() {
     return false;
   }
   // Every value must fit a Single before any is compared or zeroed.
-  for (const std::string* f : {&txtBTFW, &txtBTFT, &txtBWH, &txtBWT, &txtBBFW, &txtBBFT, &txtBL,
-                               &txtMOE, &txtPR, &txtBTFWE, &txtBTFTE, &txtBWHE, &txtBWTE,
-                               &txtBBFWE, &txtBBFTE, &txtOffset}) {
+  for (const std::string* f :
+       {&txtBTFW, &txtBTFT, &txtBWH, &txtBWT, &txtBBFW, &txtBBFT, &txtBL, &txtMOE, &txtPR,
+        &txtBTFWE, &txtBTFTE, &txtBWHE, &txtBWTE, &txtBBFWE, &txtBBFTE, &txtOffset}) {
     try {
       TextToSingle(*f);
     } catch (const Fault&) {
@@ -274,8 +283,10 @@ void frmBeamShape::cmdGenerate_Click() {
     Single ratio = static_cast<Single>((double(T2) - B2) / (double(H1) - 0));
     graded = ratio != 1.0f;
   }
-  if (graded) nodes.GenerateProportional(0, 0, 0, H1, b.Length, B2, b.Length, T2, NX, NY);
-  else nodes.Generate(0, 0, 0, H1, b.Length, B2, b.Length, T2, NX, NY);
+  if (graded)
+    nodes.GenerateProportional(0, 0, 0, H1, b.Length, B2, b.Length, T2, NX, NY);
+  else
+    nodes.Generate(0, 0, 0, H1, b.Length, B2, b.Length, T2, NX, NY);
 
   twoNodes& stiffeners = mesh.twoNodes();
   fourNodes& plates = mesh.fourNodes();

@@ -10,12 +10,14 @@ namespace {
 // Compact numbering of the defined elements, in position order.
 template <class C> void NumberDefined(C& col, Long& maxvID) {
   Long counter = 0;
-  for (const auto& e : col) e->vID = e->PropertyDefined ? ++counter : 0;
+  for (const auto& e : col)
+    e->vID = e->PropertyDefined ? ++counter : 0;
   maxvID = counter;
 }
 
 template <class C> void BackwardMap(C& col) {
-  for (const auto& e : col) e->UvID = 0;
+  for (const auto& e : col)
+    e->UvID = 0;
   for (long i = 1; i <= col.Count(); ++i) {
     Long v = col.Item(i)->vID;
     if (v != 0) col.Item(v)->UvID = static_cast<Long>(i);
@@ -45,10 +47,15 @@ void fourNodes::UpdateMaxThickness() {
 }
 
 void fourNodes::GenerateCP() {
-  for (const auto& e : mCol) e->GenerateCP();
+  for (const auto& e : mCol)
+    e->GenerateCP();
 }
-void fourNodes::GeneratevID() { NumberDefined(mCol, MaxvID); }
-void fourNodes::GenerateUvID() { BackwardMap(*this); }
+void fourNodes::GeneratevID() {
+  NumberDefined(mCol, MaxvID);
+}
+void fourNodes::GenerateUvID() {
+  BackwardMap(*this);
+}
 
 void fourNodes::ReadPlates(FieldReader& in, bool version14) {
   MaxThickness_ = in.Single();
@@ -57,14 +64,20 @@ void fourNodes::ReadPlates(FieldReader& in, bool version14) {
   // A record that breaks off is not kept, so no plate in the model lacks its nodes.
   for (long i = 1; i <= count; ++i) {
     auto e = std::make_shared<fourNode>();
-    if (version14) e->ReadData1_4(in);
-    else e->ReadData(in);
+    if (version14)
+      e->ReadData1_4(in);
+    else
+      e->ReadData(in);
     mCol.Add(e, std::to_string(i));
   }
 }
 
-void fourNodes::ReadData(FieldReader& in) { ReadPlates(in, false); }
-void fourNodes::ReadData1_4(FieldReader& in) { ReadPlates(in, true); }
+void fourNodes::ReadData(FieldReader& in) {
+  ReadPlates(in, false);
+}
+void fourNodes::ReadData1_4(FieldReader& in) {
+  ReadPlates(in, true);
+}
 
 void fourNodes::StoreData1_4(FieldWriter& out) const {
   out.Single(MaxThickness_);
@@ -72,7 +85,8 @@ void fourNodes::StoreData1_4(FieldWriter& out) const {
   out.Integer(Count());
   out.Integer(MaxvID);
   out.EndLine();
-  for (const auto& e : mCol) e->StoreData1_4(out);
+  for (const auto& e : mCol)
+    e->StoreData1_4(out);
 }
 
 std::shared_ptr<twoNode> twoNodes::Add(std::shared_ptr<Nodeb> vNode1, std::shared_ptr<Nodeb> vNode2,
@@ -99,10 +113,15 @@ void twoNodes::Calculate_MaxMinStress(Single& maxStress, Single& minStress, Inte
 }
 
 void twoNodes::GenerateCP() {
-  for (const auto& e : mCol) e->GenerateCP();
+  for (const auto& e : mCol)
+    e->GenerateCP();
 }
-void twoNodes::GeneratevID() { NumberDefined(mCol, MaxvID); }
-void twoNodes::GenerateUvID() { BackwardMap(*this); }
+void twoNodes::GeneratevID() {
+  NumberDefined(mCol, MaxvID);
+}
+void twoNodes::GenerateUvID() {
+  BackwardMap(*this);
+}
 
 void twoNodes::ReadData1_4(FieldReader& in) {
   long count = in.Long();
@@ -119,7 +138,8 @@ void twoNodes::StoreData1_4(FieldWriter& out) const {
   out.Integer(Count());
   out.Integer(MaxvID);
   out.EndLine();
-  for (const auto& e : mCol) e->StoreData1_4(out);
+  for (const auto& e : mCol)
+    e->StoreData1_4(out);
 }
 
 } // namespace velk

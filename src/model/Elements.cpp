@@ -7,7 +7,9 @@
 namespace velk {
 
 namespace {
-std::shared_ptr<Nodeb> NodeByID(Long id) { return gMesh().Nodes().Item(static_cast<long>(id)); }
+std::shared_ptr<Nodeb> NodeByID(Long id) {
+  return gMesh().Nodes().Item(static_cast<long>(id));
+}
 } // namespace
 
 void fourNode::GenerateCP() {
@@ -32,10 +34,13 @@ void fourNode::ReadCommon(FieldReader& in) {
 void fourNode::ReadData(FieldReader& in) {
   ReadCommon(in);
   // The older form carries nine further values that nothing uses.
-  for (int i = 0; i < 9; ++i) in.Single();
+  for (int i = 0; i < 9; ++i)
+    in.Single();
 }
 
-void fourNode::ReadData1_4(FieldReader& in) { ReadCommon(in); }
+void fourNode::ReadData1_4(FieldReader& in) {
+  ReadCommon(in);
+}
 
 void fourNode::StoreData1_4(FieldWriter& out) const {
   out.Integer(Node1->ID);

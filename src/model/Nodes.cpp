@@ -28,20 +28,24 @@ void Nodes::Calculate_MaxMinStress(Single& maxStress, Single& minStress, Integer
 }
 
 void Nodes::GeneratevID() {
-  for (const auto& n : mCol) n->Connected = vbFalse;
+  for (const auto& n : mCol)
+    n->Connected = vbFalse;
   Mesh& mesh = gMesh();
   for (const auto& p : mesh.fourNodes())
-    if (p->PropertyDefined) p->Node1->Connected = p->Node2->Connected = p->Node3->Connected =
-                                p->Node4->Connected = vbTrue;
+    if (p->PropertyDefined)
+      p->Node1->Connected = p->Node2->Connected = p->Node3->Connected = p->Node4->Connected =
+          vbTrue;
   for (const auto& s : mesh.twoNodes())
     if (s->PropertyDefined) s->Node1->Connected = s->Node2->Connected = vbTrue;
   Long counter = 0;
-  for (const auto& n : mCol) n->vID = n->Connected ? ++counter : 0;
+  for (const auto& n : mCol)
+    n->vID = n->Connected ? ++counter : 0;
   MaxvID = counter;
 }
 
 void Nodes::GenerateUvID() {
-  for (const auto& n : mCol) n->UvID = 0;
+  for (const auto& n : mCol)
+    n->UvID = 0;
   for (long i = 1; i <= Count(); ++i) {
     Long v = Item(i)->vID;
     if (v != 0) Item(v)->UvID = static_cast<Long>(i);
@@ -58,21 +62,28 @@ void Nodes::ReadNodes(FieldReader& in, bool version14) {
   long count = static_cast<long>(NumberNodesX_) * NumberNodesY_;
   for (long i = 1; i <= count; ++i) {
     auto n = std::make_shared<Nodeb>();
-    if (version14) n->ReadData1_4(in);
-    else n->ReadData(in);
+    if (version14)
+      n->ReadData1_4(in);
+    else
+      n->ReadData(in);
     mCol.Add(n, std::to_string(i));
   }
 }
 
-void Nodes::ReadData(FieldReader& in) { ReadNodes(in, false); }
-void Nodes::ReadData1_4(FieldReader& in) { ReadNodes(in, true); }
+void Nodes::ReadData(FieldReader& in) {
+  ReadNodes(in, false);
+}
+void Nodes::ReadData1_4(FieldReader& in) {
+  ReadNodes(in, true);
+}
 
 void Nodes::StoreData1_4(FieldWriter& out) const {
   out.Integer(NumberNodesX_);
   out.Integer(NumberNodesY_);
   out.Integer(MaxvID);
   out.EndLine();
-  for (const auto& n : mCol) n->StoreData1_4(out);
+  for (const auto& n : mCol)
+    n->StoreData1_4(out);
 }
 
 } // namespace velk

@@ -12,7 +12,9 @@ bool gFileEnabled = true;
 std::string gInMemory; // the options while the file is switched off
 } // namespace
 
-std::string SettingsPath() { return JoinPath(WritableFolder(), "velk1_4.ini"); }
+std::string SettingsPath() {
+  return JoinPath(WritableFolder(), "velk1_4.ini");
+}
 
 void SetOptionFileEnabled(bool enabled) {
   gFileEnabled = enabled;

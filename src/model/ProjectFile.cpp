@@ -112,23 +112,38 @@ void File_Errors(int number) {
   const char* text = nullptr;
   int buttons = vbYesNo;
   switch (number) {
-  case errDeviceUnavailable: text = "That device appears unavailable."; break;
-  case errDiskNotReady: text = "Insert a disk in the drive and close the door."; break;
-  case errDeviceIO: text = "Internal disk error."; break;
+  case errDeviceUnavailable:
+    text = "That device appears unavailable.";
+    break;
+  case errDiskNotReady:
+    text = "Insert a disk in the drive and close the door.";
+    break;
+  case errDeviceIO:
+    text = "Internal disk error.";
+    break;
   case errDiskFull:
     text = "Disk is full. Continue?";
     buttons = vbYesNoCancel;
     break;
   case errBadFileName:
-  case errBadFileNameOrNumber: text = "That filename is illegal."; break;
-  case errPathNotFound: text = "That path doesn't exist."; break;
-  case errBadFileMode: text = "Can't open your file for that type of access."; break;
-  case errFileAlreadyOpen: text = "This file is already open."; break;
+  case errBadFileNameOrNumber:
+    text = "That filename is illegal.";
+    break;
+  case errPathNotFound:
+    text = "That path doesn't exist.";
+    break;
+  case errBadFileMode:
+    text = "Can't open your file for that type of access.";
+    break;
+  case errFileAlreadyOpen:
+    text = "This file is already open.";
+    break;
   case errInputPastEnd:
     text = "This file has a nonstandard end-of-file marker, or an attempt was made \xE2\x80\x9Cto "
            "read beyond the end-of-file marker.";
     break;
-  default: return;
+  default:
+    return;
   }
   MsgBox(text, buttons | vbExclamation, "Disk Error");
 }

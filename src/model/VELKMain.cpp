@@ -18,12 +18,24 @@ template <class T> T& Slot(std::shared_ptr<T>& slot) {
 }
 } // namespace
 
-BeamShape& gBeamShape() { return Slot(session().BeamShape); }
-Mesh& gMesh() { return Slot(session().Mesh); }
-Material& gMaterial() { return Slot(session().Material); }
-Selection& gSelection() { return Slot(session().Selection); }
-Analysis& gAnalysis() { return Slot(session().Analysis); }
-View& gView() { return Slot(session().View); }
+BeamShape& gBeamShape() {
+  return Slot(session().BeamShape);
+}
+Mesh& gMesh() {
+  return Slot(session().Mesh);
+}
+Material& gMaterial() {
+  return Slot(session().Material);
+}
+Selection& gSelection() {
+  return Slot(session().Selection);
+}
+Analysis& gAnalysis() {
+  return Slot(session().Analysis);
+}
+View& gView() {
+  return Slot(session().View);
+}
 
 MainWindowHooks& hooks() {
   static MainWindowHooks h;

@@ -49,7 +49,8 @@ BeamShapeDialog::BeamShapeDialog(QWidget* parent) : QDialog(parent) {
     auto* grid = new QHBoxLayout(page);
     auto* left = new QVBoxLayout;
     const char* groups[] = {"Top Flange", "Web", "Bottom Flange"};
-    const char* captions[3][2] = {{"Width", "Thickness"}, {"Height", "Thickness"}, {"Width", "Thickness"}};
+    const char* captions[3][2] = {
+        {"Width", "Thickness"}, {"Height", "Thickness"}, {"Width", "Thickness"}};
     for (int g = 0; g < 3; ++g) {
       auto* box = new QGroupBox(groups[g]);
       auto* form = new QFormLayout(box);
@@ -71,8 +72,9 @@ BeamShapeDialog::BeamShapeDialog(QWidget* parent) : QDialog(parent) {
   };
   sectionTab("End 1", {"txtBTFW", "txtBTFT", "txtBWH", "txtBWT", "txtBBFW", "txtBBFT"}, Picture1_,
              "txtBL", "Beam", "Beam Length");
-  QWidget* end2 = sectionTab("End 2", {"txtBTFWE", "txtBTFTE", "txtBWHE", "txtBWTE", "txtBBFWE", "txtBBFTE"},
-                             Picture2_, "txtOffset", "Web Height Offset", "Offset Distance");
+  QWidget* end2 =
+      sectionTab("End 2", {"txtBTFWE", "txtBTFTE", "txtBWHE", "txtBWTE", "txtBBFWE", "txtBBFTE"},
+                 Picture2_, "txtOffset", "Web Height Offset", "Offset Distance");
   auto* setEqual = new QPushButton("Set End 2 = End 1", end2);
   setEqual->setObjectName("setEqual");
   static_cast<QVBoxLayout*>(end2->layout()->itemAt(0)->layout())->insertWidget(4, setEqual);
@@ -115,32 +117,44 @@ BeamShapeDialog::BeamShapeDialog(QWidget* parent) : QDialog(parent) {
       {"txtBTFWE", &frmBeamShape::txtBTFWE_KeyUp}, {"txtBTFTE", &frmBeamShape::txtBTFTE_KeyUp},
       {"txtBWHE", &frmBeamShape::txtBWHE_KeyUp},   {"txtBWTE", &frmBeamShape::txtBWTE_KeyUp},
       {"txtBBFWE", &frmBeamShape::txtBBFWE_KeyUp}, {"txtBBFTE", &frmBeamShape::txtBBFTE_KeyUp}};
-  for (const auto& [name, handler] : keyUps) keyUps_.insert(fields_[name], handler);
+  for (const auto& [name, handler] : keyUps)
+    keyUps_.insert(fields_[name], handler);
 
   connect(generate, &QPushButton::clicked, this, [this] { Run(&frmBeamShape::cmdGenerate_Click); });
   connect(cancel, &QPushButton::clicked, this, [this] { Run(&frmBeamShape::cmdClose2_Click); });
   connect(setEqual, &QPushButton::clicked, this, [this] { Run(&frmBeamShape::setEqual_Click); });
-  connect(Picture1_, &SectionPreview::clicked, this, [this] { Run(&frmBeamShape::Picture1_Click); });
-  connect(Picture2_, &SectionPreview::clicked, this, [this] { Run(&frmBeamShape::Picture2_Click); });
+  connect(Picture1_, &SectionPreview::clicked, this,
+          [this] { Run(&frmBeamShape::Picture1_Click); });
+  connect(Picture2_, &SectionPreview::clicked, this,
+          [this] { Run(&frmBeamShape::Picture2_Click); });
   generate->setDefault(true);
   FromForm(); // the element counts start with the form's own texts
 }
 
 // Each text field of the window and the form's field it mirrors.
 const std::pair<const char*, std::string frmBeamShape::*> kFields[] = {
-    {"txtBL", &frmBeamShape::txtBL},         {"txtBTFW", &frmBeamShape::txtBTFW},
-    {"txtBTFT", &frmBeamShape::txtBTFT},     {"txtBWH", &frmBeamShape::txtBWH},
-    {"txtBWT", &frmBeamShape::txtBWT},       {"txtBBFW", &frmBeamShape::txtBBFW},
-    {"txtBBFT", &frmBeamShape::txtBBFT},     {"txtBTFWE", &frmBeamShape::txtBTFWE},
-    {"txtBTFTE", &frmBeamShape::txtBTFTE},   {"txtBWHE", &frmBeamShape::txtBWHE},
-    {"txtBWTE", &frmBeamShape::txtBWTE},     {"txtBBFWE", &frmBeamShape::txtBBFWE},
-    {"txtBBFTE", &frmBeamShape::txtBBFTE},   {"txtOffset", &frmBeamShape::txtOffset},
-    {"txtMOE", &frmBeamShape::txtMOE},       {"txtPR", &frmBeamShape::txtPR},
+    {"txtBL", &frmBeamShape::txtBL},
+    {"txtBTFW", &frmBeamShape::txtBTFW},
+    {"txtBTFT", &frmBeamShape::txtBTFT},
+    {"txtBWH", &frmBeamShape::txtBWH},
+    {"txtBWT", &frmBeamShape::txtBWT},
+    {"txtBBFW", &frmBeamShape::txtBBFW},
+    {"txtBBFT", &frmBeamShape::txtBBFT},
+    {"txtBTFWE", &frmBeamShape::txtBTFWE},
+    {"txtBTFTE", &frmBeamShape::txtBTFTE},
+    {"txtBWHE", &frmBeamShape::txtBWHE},
+    {"txtBWTE", &frmBeamShape::txtBWTE},
+    {"txtBBFWE", &frmBeamShape::txtBBFWE},
+    {"txtBBFTE", &frmBeamShape::txtBBFTE},
+    {"txtOffset", &frmBeamShape::txtOffset},
+    {"txtMOE", &frmBeamShape::txtMOE},
+    {"txtPR", &frmBeamShape::txtPR},
     {"txtNumXElements", &frmBeamShape::txtNumXElements},
     {"txtNumYElements", &frmBeamShape::txtNumYElements}};
 
 void BeamShapeDialog::ToForm() {
-  for (const auto& [name, member] : kFields) form_.*member = fields_[name]->text().toStdString();
+  for (const auto& [name, member] : kFields)
+    form_.*member = fields_[name]->text().toStdString();
   form_.chkProportionalMesh = chkProportionalMesh_->isChecked() ? 1 : 0;
 }
 
@@ -175,7 +189,8 @@ void BeamShapeDialog::showEvent(QShowEvent* e) {
 bool BeamShapeDialog::eventFilter(QObject* o, QEvent* e) {
   if (e->type() == QEvent::FocusIn) {
     // Select_Text: typing replaces the whole field.
-    if (auto* line = qobject_cast<QLineEdit*>(o)) QTimer::singleShot(0, line, [line] { line->selectAll(); });
+    if (auto* line = qobject_cast<QLineEdit*>(o))
+      QTimer::singleShot(0, line, [line] { line->selectAll(); });
   } else if (e->type() == QEvent::KeyRelease) {
     auto it = keyUps_.find(o);
     if (it != keyUps_.end()) Run(it.value());

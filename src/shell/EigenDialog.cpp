@@ -24,7 +24,8 @@ public:
   using QObject::QObject;
   bool eventFilter(QObject* o, QEvent* e) override {
     if (e->type() == QEvent::FocusIn)
-      if (auto* line = qobject_cast<QLineEdit*>(o)) QTimer::singleShot(0, line, [line] { line->selectAll(); });
+      if (auto* line = qobject_cast<QLineEdit*>(o))
+        QTimer::singleShot(0, line, [line] { line->selectAll(); });
     return false;
   }
 };
@@ -46,7 +47,9 @@ QPushButton* Button(QWidget* parent, const char* name, const char* caption) {
 
 } // namespace
 
-void SelectTextOnFocus(QLineEdit* e) { e->installEventFilter(new SelectAllFilter(e)); }
+void SelectTextOnFocus(QLineEdit* e) {
+  e->installEventFilter(new SelectAllFilter(e));
+}
 
 // ---- run dialog ----
 
@@ -99,7 +102,9 @@ EigenDialog::EigenDialog(QWidget* parent) : QDialog(parent) {
   FromForm();
 }
 
-EigenDialog::~EigenDialog() { analysisHooks().ProgressSink = nullptr; }
+EigenDialog::~EigenDialog() {
+  analysisHooks().ProgressSink = nullptr;
+}
 
 void EigenDialog::ToForm() {
   form_.txtTitle = txtTitle_->text().toStdString();

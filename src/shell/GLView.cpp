@@ -136,6 +136,8 @@ void GLView::mousePressEvent(QMouseEvent* e) {
   if (e->button() == Qt::RightButton) emit rightPressed(e->globalPosition().toPoint());
 }
 
-void GLView::mouseMoveEvent(QMouseEvent* e) { emit mouseMovedOver(e->position().toPoint()); }
+void GLView::mouseMoveEvent(QMouseEvent* e) {
+  emit mouseMovedOver(e->position().toPoint());
+}
 
 } // namespace velk

@@ -18,5 +18,4 @@ private:
   QTextBrowser* browser_;
 };
 
-
 } // namespace velk

@@ -15,11 +15,20 @@ int QtHost::MsgBox(const std::string& text, int buttons, const std::string& titl
   box.setWindowTitle(QString::fromStdString(title.empty() ? kProgramName : title));
   box.setText(QString::fromStdString(text));
   switch (buttons & 0x70) {
-  case vbCritical: box.setIcon(QMessageBox::Critical); break;
-  case vbQuestion: box.setIcon(QMessageBox::Question); break;
-  case vbExclamation: box.setIcon(QMessageBox::Warning); break;
-  case vbInformation: box.setIcon(QMessageBox::Information); break;
-  default: break;
+  case vbCritical:
+    box.setIcon(QMessageBox::Critical);
+    break;
+  case vbQuestion:
+    box.setIcon(QMessageBox::Question);
+    break;
+  case vbExclamation:
+    box.setIcon(QMessageBox::Warning);
+    break;
+  case vbInformation:
+    box.setIcon(QMessageBox::Information);
+    break;
+  default:
+    break;
   }
   struct B {
     QMessageBox::StandardButton q;
@@ -27,19 +36,30 @@ int QtHost::MsgBox(const std::string& text, int buttons, const std::string& titl
   };
   std::vector<B> set;
   switch (buttons & 7) {
-  case vbOKCancel: set = {{QMessageBox::Ok, vbOK}, {QMessageBox::Cancel, vbCancel}}; break;
+  case vbOKCancel:
+    set = {{QMessageBox::Ok, vbOK}, {QMessageBox::Cancel, vbCancel}};
+    break;
   case vbAbortRetryIgnore:
-    set = {{QMessageBox::Abort, vbAbort}, {QMessageBox::Retry, vbRetry}, {QMessageBox::Ignore, vbIgnore}};
+    set = {{QMessageBox::Abort, vbAbort},
+           {QMessageBox::Retry, vbRetry},
+           {QMessageBox::Ignore, vbIgnore}};
     break;
   case vbYesNoCancel:
     set = {{QMessageBox::Yes, vbYes}, {QMessageBox::No, vbNo}, {QMessageBox::Cancel, vbCancel}};
     break;
-  case vbYesNo: set = {{QMessageBox::Yes, vbYes}, {QMessageBox::No, vbNo}}; break;
-  case vbRetryCancel: set = {{QMessageBox::Retry, vbRetry}, {QMessageBox::Cancel, vbCancel}}; break;
-  default: set = {{QMessageBox::Ok, vbOK}}; break;
+  case vbYesNo:
+    set = {{QMessageBox::Yes, vbYes}, {QMessageBox::No, vbNo}};
+    break;
+  case vbRetryCancel:
+    set = {{QMessageBox::Retry, vbRetry}, {QMessageBox::Cancel, vbCancel}};
+    break;
+  default:
+    set = {{QMessageBox::Ok, vbOK}};
+    break;
   }
   QMessageBox::StandardButtons all;
-  for (const B& b : set) all |= b.q;
+  for (const B& b : set)
+    all |= b.q;
   box.setStandardButtons(all);
   box.setDefaultButton(set.front().q);
   // Unsure answers take the last button, as closing the box would.
@@ -54,9 +74,9 @@ int QtHost::MsgBox(const std::string& text, int buttons, const std::string& titl
 std::optional<std::string> QtHost::InputBox(const std::string& prompt, const std::string& title,
                                             const std::string& defaultText) {
   bool ok = false;
-  QString t = QInputDialog::getText(parent_, QString::fromStdString(title.empty() ? kProgramName : title),
-                                    QString::fromStdString(prompt), QLineEdit::Normal,
-                                    QString::fromStdString(defaultText), &ok);
+  QString t = QInputDialog::getText(
+      parent_, QString::fromStdString(title.empty() ? kProgramName : title),
+      QString::fromStdString(prompt), QLineEdit::Normal, QString::fromStdString(defaultText), &ok);
   if (!ok) return std::nullopt;
   return t.toStdString();
 }
@@ -66,7 +86,8 @@ std::string QtHost::QtFilter(const std::string& filter, int filterIndex, std::st
   std::size_t start = 0;
   while (true) {
     auto bar = filter.find('|', start);
-    parts.push_back(filter.substr(start, bar == std::string::npos ? std::string::npos : bar - start));
+    parts.push_back(
+        filter.substr(start, bar == std::string::npos ? std::string::npos : bar - start));
     if (bar == std::string::npos) break;
     start = bar + 1;
   }
@@ -90,7 +111,8 @@ bool QtHost::ShowFile(FileDialog& d, bool save) {
   QString filter = QString::fromStdString(QtFilter(d.Filter, d.FilterIndex, &selected));
   QString sel = QString::fromStdString(selected);
   QFileDialog::Options opts;
-  if (save && !(d.Flags & FileDialog::cdlOFNOverwritePrompt)) opts |= QFileDialog::DontConfirmOverwrite;
+  if (save && !(d.Flags & FileDialog::cdlOFNOverwritePrompt))
+    opts |= QFileDialog::DontConfirmOverwrite;
   QString title = QString::fromStdString(d.DialogTitle);
   QString start = QString::fromStdString(d.FileName);
   QString path = save ? QFileDialog::getSaveFileName(parent_, title, start, filter, &sel, opts)
@@ -101,14 +123,22 @@ bool QtHost::ShowFile(FileDialog& d, bool save) {
   return true;
 }
 
-bool QtHost::ShowOpen(FileDialog& d) { return ShowFile(d, false); }
-bool QtHost::ShowSave(FileDialog& d) { return ShowFile(d, true); }
-
-void QtHost::SetBusy(bool busy) {
-  if (busy) QApplication::setOverrideCursor(Qt::WaitCursor);
-  else QApplication::restoreOverrideCursor();
+bool QtHost::ShowOpen(FileDialog& d) {
+  return ShowFile(d, false);
+}
+bool QtHost::ShowSave(FileDialog& d) {
+  return ShowFile(d, true);
 }
 
-void QtHost::Yield() { QApplication::processEvents(); }
+void QtHost::SetBusy(bool busy) {
+  if (busy)
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+  else
+    QApplication::restoreOverrideCursor();
+}
+
+void QtHost::Yield() {
+  QApplication::processEvents();
+}
 
 } // namespace velk

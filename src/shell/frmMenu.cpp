@@ -1,11 +1,11 @@
 #include "shell/frmMenu.h"
 
+#include "analysis/EigenCalculation.h"
 #include "common/Host.h"
 #include "common/TextRules.h"
 #include "editing/Selection.h"
 #include "model/ProjectFile.h"
 #include "model/VELKMain.h"
-#include "analysis/EigenCalculation.h"
 #include "shell/BeamShapeDialog.h"
 #include "shell/EigenDialog.h"
 #include "shell/GLView.h"
@@ -25,7 +25,9 @@
 #include <QToolBar>
 
 // The icons and help pages live in a static library: register them by hand.
-static void InitResources() { Q_INIT_RESOURCE(velk); }
+static void InitResources() {
+  Q_INIT_RESOURCE(velk);
+}
 
 namespace velk {
 
@@ -33,7 +35,9 @@ namespace {
 
 const char* const kModeIcons[] = {"plate", "stiffener", "boundary", "brace", "load"};
 
-QIcon IconFor(const QString& picture) { return QIcon(":/icons/" + picture + ".svg"); }
+QIcon IconFor(const QString& picture) {
+  return QIcon(":/icons/" + picture + ".svg");
+}
 
 } // namespace
 
@@ -62,7 +66,9 @@ frmMenu::frmMenu(QWidget* parent) : QMainWindow(parent) {
   hooks().Paint = [this] { Paint(); };
   hooks().Update = [this] { Update(); };
   hooks().updateToolBar = [this] { updateToolBar(); };
-  hooks().CaptionChanged = [this](const std::string& c) { setWindowTitle(QString::fromStdString(c)); };
+  hooks().CaptionChanged = [this](const std::string& c) {
+    setWindowTitle(QString::fromStdString(c));
+  };
   analysisHooks().EigenvaluePanel = [this](const std::string& t) {
     panels_["eigenvalue"]->setText(QString::fromStdString(t));
   };
@@ -123,7 +129,8 @@ void frmMenu::BuildMenus() {
   AddMenu(file, "mnuFile_Space_1", "-");
   QMenu* report = sub(file, "mnuFile_SavePost", "Create Report File");
   AddMenu(report, "mnuFile_ReportAll", "Report All", [this] { mnuFile_ReportAll_Click(); });
-  AddMenu(report, "mnuFile_Report_Grid", "Displacement Grid", [this] { mnuFile_Report_Grid_Click(); });
+  AddMenu(report, "mnuFile_Report_Grid", "Displacement Grid",
+          [this] { mnuFile_Report_Grid_Click(); });
   AddMenu(file, "mnuCreate_BMP", "Create Bitmap File", [this] { mnuCreate_BMP_Click(); });
   AddMenu(file, "mnuFile_Space_2", "-");
   AddMenu(file, "mnuFile_Exit", "Exit", [this] { mnuFile_Exit_Click(); });
@@ -144,7 +151,8 @@ void frmMenu::BuildMenus() {
 
   QMenu* elements = top("mnuElements", "Elements", 20060);
   AddMenu(elements, "mnuElements_Plate", "Plate", [this] { mnuElements_Plate_Click(); });
-  AddMenu(elements, "mnuElements_Stiffener", "Stiffener", [this] { mnuElements_Stiffener_Click(); });
+  AddMenu(elements, "mnuElements_Stiffener", "Stiffener",
+          [this] { mnuElements_Stiffener_Click(); });
   AddMenu(elements, "mnuElement_Space_1", "-");
   AddMenu(elements, "mnuElements_Boundary", "Boundary", [this] { mnuElements_Boundary_Click(); });
   AddMenu(elements, "mnuElements_Brace", "Brace", [this] { mnuElements_Brace_Click(); });
@@ -159,8 +167,10 @@ void frmMenu::BuildMenus() {
   AddMenu(run, "mnuRunOption", "Analysis Option", [this] { mnuRunOption_Click(); })->setData(20020);
 
   QMenu* prop = top("mnuProperty", "Property", 20130);
-  AddMenu(prop, "mnuProperty_SetProperty", "Set Property", [this] { mnuProperty_SetProperty_Click(); });
-  AddMenu(prop, "mnuProperty_CopyProperty", "Copy Property", [this] { mnuProperty_CopyProperty_Click(); });
+  AddMenu(prop, "mnuProperty_SetProperty", "Set Property",
+          [this] { mnuProperty_SetProperty_Click(); });
+  AddMenu(prop, "mnuProperty_CopyProperty", "Copy Property",
+          [this] { mnuProperty_CopyProperty_Click(); });
   AddMenu(prop, "mnuProperty_PasteProperty", "Paste Property",
           [this] { mnuProperty_PasteProperty_Click(); });
   AddMenu(prop, "mnuProperty_DeleteProperty", "Delete Property",
@@ -179,8 +189,10 @@ void frmMenu::BuildMenus() {
   AddMenu(view, "mnuView_ZoomAll", "Zoom All", [this] { mnuView_ZoomAll_Click(); });
   AddMenu(view, "mnuView_Space_0", "-");
   AddMenu(view, "mnuView_Center", "Move to Center", [this] { mnuView_Center_Click(); });
-  AddMenu(view, "mnuView_ZoomInCenter", "Zoom In: Center", [this] { mnuView_ZoomInCenter_Click(); });
-  AddMenu(view, "mnuView_ZoomOutCenter", "Zoom Out: Center", [this] { mnuView_ZoomOutCenter_Click(); });
+  AddMenu(view, "mnuView_ZoomInCenter", "Zoom In: Center",
+          [this] { mnuView_ZoomInCenter_Click(); });
+  AddMenu(view, "mnuView_ZoomOutCenter", "Zoom Out: Center",
+          [this] { mnuView_ZoomOutCenter_Click(); });
   AddMenu(view, "mnuView_Space15", "-");
   AddMenu(view, "mnuView_Zoom50", "Zoom   50%", [this] { mnuView_Zoom(0.5f); });
   AddMenu(view, "mnuView_Zoom100", "Zoom 100%", [this] { mnuView_Zoom(1); });
@@ -191,15 +203,19 @@ void frmMenu::BuildMenus() {
   AddMenu(view, "mnuView_Window", "Actual/Fit View", [this] { mnuView_Window_Click(); });
   AddMenu(view, "mnuView_Clip", "Clipping", [this] { mnuView_Clip_Click(); });
   AddMenu(view, "mnuViewSpace_2", "-");
-  QAction* tb = AddMenu(view, "mnuView_Toolbar", "Show/Hide Toolbar", [this] { mnuView_Toolbar_Click(); });
+  QAction* tb =
+      AddMenu(view, "mnuView_Toolbar", "Show/Hide Toolbar", [this] { mnuView_Toolbar_Click(); });
   tb->setCheckable(true);
   tb->setChecked(true);
   AddMenu(view, "mnuOption", "View Option", [this] { mnuOption_Click(); })->setData(20240);
 
   QMenu* result = top("mnuResult", "Results", 20150);
-  AddMenu(result, "mnuResult_Show", "Show Buckled Shape", [this] { mnuResult_Show_Click(); })
-      ->setCheckable(true);
-  AddMenu(result, "mnuStressPlot", "Stress Plot", [this] { mnuStressPlot_Click(); })->setCheckable(true);
+  AddMenu(result, "mnuResult_Show", "Show Buckled Shape", [this] {
+    mnuResult_Show_Click();
+  })->setCheckable(true);
+  AddMenu(result, "mnuStressPlot", "Stress Plot", [this] {
+    mnuStressPlot_Click();
+  })->setCheckable(true);
 
   QMenu* help = top("mnuHelp", "Help", 20100);
   AddMenu(help, "mnuVELKHelp", "Help Topics", [this] { mnuVELKHelp_Click(); });
@@ -212,12 +228,15 @@ void frmMenu::BuildMenus() {
   AddMenu(popup_, "mnuPopUp_Select", "Selection", [this] { mnuView_Selection_Click(); });
   QMenu* pp = sub(popup_, "mnuPopUp_Property", "Property");
   AddMenu(pp, "mnuPopUp_SetProperty", "Set Property", [this] { mnuProperty_SetProperty_Click(); });
-  AddMenu(pp, "mnuPopUp_CopyProperty", "Copy Property", [this] { mnuProperty_CopyProperty_Click(); });
-  AddMenu(pp, "mnuPopUp_PasteProperty", "Paste Property", [this] { mnuProperty_PasteProperty_Click(); });
+  AddMenu(pp, "mnuPopUp_CopyProperty", "Copy Property",
+          [this] { mnuProperty_CopyProperty_Click(); });
+  AddMenu(pp, "mnuPopUp_PasteProperty", "Paste Property",
+          [this] { mnuProperty_PasteProperty_Click(); });
   AddMenu(pp, "mnuPopUp_DeleteProperty", "Delete Property",
           [this] { mnuProperty_DeleteProperty_Click(); });
   AddMenu(pp, "mnuPopup_Space_3", "-");
-  AddMenu(pp, "mnuPopUp_ShowProperty", "Show Proeprty", [this] { mnuProperty_ShowProperty_Click(); });
+  AddMenu(pp, "mnuPopUp_ShowProperty", "Show Proeprty",
+          [this] { mnuProperty_ShowProperty_Click(); });
   AddMenu(popup_, "mnuPopUp_Space_1", "-");
   QMenu* pv = sub(popup_, "mnuPopUpView", "View");
   AddMenu(pv, "mnuPopUp_Translate", "Translate", [this] { mnuTranslate_Click(); });
@@ -294,9 +313,12 @@ void frmMenu::BuildStatusBar() {
     const char* tip;
     int width;
   };
-  const P panels[] = {{"x", "X Coordinate", 90},          {"y", "Y Coordinate", 90},
-                      {"eigenvalue", "Eigenvalue", 150},  {"editmode", "Edit Mode", 28},
-                      {"operationmode", "Operation Mode", 120}, {"viewscale", "View Scale", 90}};
+  const P panels[] = {{"x", "X Coordinate", 90},
+                      {"y", "Y Coordinate", 90},
+                      {"eigenvalue", "Eigenvalue", 150},
+                      {"editmode", "Edit Mode", 28},
+                      {"operationmode", "Operation Mode", 120},
+                      {"viewscale", "View Scale", 90}};
   for (const P& p : panels) {
     auto* l = new QLabel(this);
     l->setObjectName(QString("panel_") + p.key);
@@ -308,7 +330,9 @@ void frmMenu::BuildStatusBar() {
   }
 }
 
-int frmMenu::HelpContext() const { return 20100; }
+int frmMenu::HelpContext() const {
+  return 20100;
+}
 
 // ---- public operations ----
 
@@ -333,7 +357,8 @@ void frmMenu::updateToolBar() {
   Trap("Error..[Toolbar]", [this] {
     const char* names[] = {"mnuElements_Plate", "mnuElements_Stiffener", "mnuElements_Boundary",
                            "mnuElements_Brace", "mnuElements_Load"};
-    for (const char* n : names) menus_[n]->setChecked(false);
+    for (const char* n : names)
+      menus_[n]->setChecked(false);
     const long mode = gView().PropertyMode;
     if (mode >= 1 && mode <= 5) {
       menus_[names[mode - 1]]->setChecked(true);
@@ -357,15 +382,25 @@ void frmMenu::ShowCoordinates(const QPoint& p) {
   panels_["y"]->setText(on ? QString::fromStdString("Y: " + Format(y, "###0.00")) : QString());
 }
 
-void frmMenu::UpdateFont(int fontsizedata) { view_->UpdateFont(fontsizedata); }
+void frmMenu::UpdateFont(int fontsizedata) {
+  view_->UpdateFont(fontsizedata);
+}
 
-void frmMenu::Paint() { view_->PaintNow(); }
+void frmMenu::Paint() {
+  view_->PaintNow();
+}
 
 // ---- commands ----
 
-void frmMenu::mnuFile_New_Click() { Trap("Error..[File New]", [] { New_Model(); }); }
-void frmMenu::mnuFile_Open_Click() { Trap("Error..[File Open]", [] { Open_Project(); }); }
-void frmMenu::mnuFile_SaveData_Click() { Trap("Error..[File Save]", [] { Save_Project(); }); }
+void frmMenu::mnuFile_New_Click() {
+  Trap("Error..[File New]", [] { New_Model(); });
+}
+void frmMenu::mnuFile_Open_Click() {
+  Trap("Error..[File Open]", [] { Open_Project(); });
+}
+void frmMenu::mnuFile_SaveData_Click() {
+  Trap("Error..[File Save]", [] { Save_Project(); });
+}
 void frmMenu::mnuFile_ReportAll_Click() {}   // the report file comes with its own release
 void frmMenu::mnuFile_Report_Grid_Click() {} // likewise the displacement grid
 
@@ -376,7 +411,9 @@ void frmMenu::mnuCreate_BMP_Click() {
   });
 }
 
-void frmMenu::mnuFile_Exit_Click() { close(); }
+void frmMenu::mnuFile_Exit_Click() {
+  close();
+}
 
 void frmMenu::mnuBeam_Beam_Click() {
   Trap("Error..[Beam Beam]", [this] {
@@ -461,7 +498,9 @@ void frmMenu::ShowHelp(int context) {
   help_->ShowContext(context);
 }
 
-void frmMenu::mnuVELKHelp_Click() { ShowHelp(HelpContext()); }
+void frmMenu::mnuVELKHelp_Click() {
+  ShowHelp(HelpContext());
+}
 
 void frmMenu::mnuHelp_About_Click() {
   frmAbout about(this);
@@ -470,30 +509,54 @@ void frmMenu::mnuHelp_About_Click() {
 
 void frmMenu::Toolbar1_ButtonClick(const QString& key) {
   Trap("Error..[Toolbar]", [this, key] {
-    if (key == "new") mnuFile_New_Click();
-    else if (key == "open") mnuFile_Open_Click();
-    else if (key == "save") mnuFile_SaveData_Click();
-    else if (key == "mesh") mnuBeam_Beam_Click();
-    else if (key == "plate") mnuElements_Plate_Click();
-    else if (key == "stiffener") mnuElements_Stiffener_Click();
-    else if (key == "boundary") mnuElements_Boundary_Click();
-    else if (key == "brace") mnuElements_Brace_Click();
-    else if (key == "load") mnuElements_Load_Click();
-    else if (key == "select") mnuView_Selection_Click();
-    else if (key == "set") mnuProperty_SetProperty_Click();
-    else if (key == "delete") mnuProperty_DeleteProperty_Click();
-    else if (key == "copy") mnuProperty_CopyProperty_Click();
-    else if (key == "paste") mnuProperty_PasteProperty_Click();
-    else if (key == "property") mnuProperty_ShowProperty_Click();
-    else if (key == "topview") gView().TopView();
-    else if (key == "leftview") gView().LeftView();
-    else if (key == "viewangle") gView().ViewAngle();
-    else if (key == "zoomall") mnuView_ZoomAll_Click();
-    else if (key == "zoomin") mnuView_ZoomInCenter_Click();
-    else if (key == "zoomout") mnuView_ZoomOutCenter_Click();
-    else if (key == "center") mnuView_Center_Click();
-    else if (key == "refresh") mnuView_Refresh_Click();
-    else if (key == "run") mnuRun_Run_Click();
+    if (key == "new")
+      mnuFile_New_Click();
+    else if (key == "open")
+      mnuFile_Open_Click();
+    else if (key == "save")
+      mnuFile_SaveData_Click();
+    else if (key == "mesh")
+      mnuBeam_Beam_Click();
+    else if (key == "plate")
+      mnuElements_Plate_Click();
+    else if (key == "stiffener")
+      mnuElements_Stiffener_Click();
+    else if (key == "boundary")
+      mnuElements_Boundary_Click();
+    else if (key == "brace")
+      mnuElements_Brace_Click();
+    else if (key == "load")
+      mnuElements_Load_Click();
+    else if (key == "select")
+      mnuView_Selection_Click();
+    else if (key == "set")
+      mnuProperty_SetProperty_Click();
+    else if (key == "delete")
+      mnuProperty_DeleteProperty_Click();
+    else if (key == "copy")
+      mnuProperty_CopyProperty_Click();
+    else if (key == "paste")
+      mnuProperty_PasteProperty_Click();
+    else if (key == "property")
+      mnuProperty_ShowProperty_Click();
+    else if (key == "topview")
+      gView().TopView();
+    else if (key == "leftview")
+      gView().LeftView();
+    else if (key == "viewangle")
+      gView().ViewAngle();
+    else if (key == "zoomall")
+      mnuView_ZoomAll_Click();
+    else if (key == "zoomin")
+      mnuView_ZoomInCenter_Click();
+    else if (key == "zoomout")
+      mnuView_ZoomOutCenter_Click();
+    else if (key == "center")
+      mnuView_Center_Click();
+    else if (key == "refresh")
+      mnuView_Refresh_Click();
+    else if (key == "run")
+      mnuRun_Run_Click();
   });
 }
 

@@ -9,9 +9,9 @@
 #include "view/View.h"
 
 #include <GL/gl.h>
-#include <cmath>
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <initializer_list>
 #include <variant>
 #include <vector>
@@ -20,7 +20,9 @@ namespace velk {
 
 namespace {
 
-std::string Number(Long v) { return std::to_string(v); }
+std::string Number(Long v) {
+  return std::to_string(v);
+}
 
 // Symbols keep their shape in fit view: undo the stretch after the translation.
 void UndoStretch() {
@@ -46,7 +48,6 @@ void SelectedAt(Single x, Single y, Single s) {
   glPopMatrix();
 }
 
-
 // A symbol's local frame: turned about z by (c, s), then the fit-view stretch
 // undone by (sx, sy), then moved to the node. Vertices are placed on the CPU so
 // that all symbols of a kind go to GL in one batch.
@@ -68,14 +69,16 @@ LocalFrame FrameAt(const Nodeb& n, float z) {
   return f;
 }
 
-void Seg(std::vector<V3>& out, const LocalFrame& f, float x0, float y0, float z0, float x1, float y1,
-         float z1) {
+void Seg(std::vector<V3>& out, const LocalFrame& f, float x0, float y0, float z0, float x1,
+         float y1, float z1) {
   out.push_back(f(x0, y0, z0));
   out.push_back(f(x1, y1, z1));
 }
 
-void Quad(std::vector<V3>& out, const LocalFrame& f, std::initializer_list<std::array<float, 3>> pts) {
-  for (const auto& p : pts) out.push_back(f(p[0], p[1], p[2]));
+void Quad(std::vector<V3>& out, const LocalFrame& f,
+          std::initializer_list<std::array<float, 3>> pts) {
+  for (const auto& p : pts)
+    out.push_back(f(p[0], p[1], p[2]));
 }
 
 // Restraint and spring symbols float behind the plane on a dashed stem.
@@ -114,12 +117,18 @@ void DrawBoundarySymbol(const Nodeb& n, Single s, Single LayerOffset, int dir, B
   case 4:
     Seg(L, f, 0, 0, 0, 0.4f * s, 0, 0);
     Quad(b.boundaryQuads, f,
-         {{0.4f * s, 0.2f * s, 0}, {0.6f * s, 0.2f * s, 0}, {0.6f * s, -0.2f * s, 0}, {0.4f * s, -0.2f * s, 0}});
+         {{0.4f * s, 0.2f * s, 0},
+          {0.6f * s, 0.2f * s, 0},
+          {0.6f * s, -0.2f * s, 0},
+          {0.4f * s, -0.2f * s, 0}});
     break;
   case 5:
     Seg(L, f, 0, 0, 0, 0, -0.4f * s, 0);
     Quad(b.boundaryQuads, f,
-         {{-0.2f * s, -0.4f * s, 0}, {0.2f * s, -0.4f * s, 0}, {0.2f * s, -0.6f * s, 0}, {-0.2f * s, -0.6f * s, 0}});
+         {{-0.2f * s, -0.4f * s, 0},
+          {0.2f * s, -0.4f * s, 0},
+          {0.2f * s, -0.6f * s, 0},
+          {-0.2f * s, -0.6f * s, 0}});
     break;
   }
 }
@@ -132,7 +141,8 @@ void DrawBraceSymbol(const Nodeb& n, Single s, Single LayerOffset, int dir, Bool
   auto strip = [&](std::initializer_list<std::array<float, 3>> pts) {
     const std::array<float, 3>* prev = nullptr;
     for (const auto& p : pts) {
-      if (prev) Seg(L, f, (*prev)[0] * s, (*prev)[1] * s, (*prev)[2] * s, p[0] * s, p[1] * s, p[2] * s);
+      if (prev)
+        Seg(L, f, (*prev)[0] * s, (*prev)[1] * s, (*prev)[2] * s, p[0] * s, p[1] * s, p[2] * s);
       prev = &p;
     }
   };
@@ -146,12 +156,14 @@ void DrawBraceSymbol(const Nodeb& n, Single s, Single LayerOffset, int dir, Bool
     if (BrV) Value(b, f, 1.2f * s, 0, 0, n.xtstiff);
     break;
   case 2:
-    strip({{0, 0, 0}, {0, -0.3f, 0}, {0.2f, -0.4f, 0}, {-0.2f, -0.5f, 0}, {0, -0.6f, 0}, {0, -1, 0}});
+    strip(
+        {{0, 0, 0}, {0, -0.3f, 0}, {0.2f, -0.4f, 0}, {-0.2f, -0.5f, 0}, {0, -0.6f, 0}, {0, -1, 0}});
     line({0.2f, -1, 0}, {-0.2f, -1, 0});
     if (BrV) Value(b, f, 0, -1.2f * s, 0, n.YTStiff);
     break;
   case 3:
-    strip({{0, 0, 0}, {0, 0, -0.3f}, {0.2f, 0, -0.4f}, {-0.2f, 0, -0.5f}, {0, 0, -0.6f}, {0, 0, -1}});
+    strip(
+        {{0, 0, 0}, {0, 0, -0.3f}, {0.2f, 0, -0.4f}, {-0.2f, 0, -0.5f}, {0, 0, -0.6f}, {0, 0, -1}});
     line({0.2f, 0, -1}, {-0.2f, 0, -1});
     if (BrV) Value(b, f, 0.2f * s, 0, -s, n.ZTStiff);
     break;
@@ -171,9 +183,12 @@ void DrawBraceSymbol(const Nodeb& n, Single s, Single LayerOffset, int dir, Bool
 void DrawLoadArrow(const Nodeb& n, Single s, int dir, Boolean LV, SymbolBatch& b) {
   // Turned by direction about z: 1 by 180 degrees, 2 by -90, 4 by +90, 3 not at all.
   LocalFrame f = FrameAt(n, 0);
-  if (dir == 1) f.c = -1, f.s = 0;
-  else if (dir == 2) f.c = 0, f.s = -1;
-  else if (dir == 4) f.c = 0, f.s = 1;
+  if (dir == 1)
+    f.c = -1, f.s = 0;
+  else if (dir == 2)
+    f.c = 0, f.s = -1;
+  else if (dir == 4)
+    f.c = 0, f.s = 1;
   Quad(b.loadTriangles, f, {{0, 0, 0}, {0.5f * s, 0.125f * s, 0}, {0.5f * s, -0.125f * s, 0}});
   Seg(b.loadLines, f, 0.5f * s, 0, 0, s, 0, 0);
   if (LV) {
@@ -185,7 +200,8 @@ void DrawLoadArrow(const Nodeb& n, Single s, int dir, Boolean LV, SymbolBatch& b
 void Vertices(GLenum mode, const std::vector<V3>& v) {
   if (v.empty()) return;
   glBegin(mode);
-  for (const V3& p : v) glVertex3f(p.x, p.y, p.z);
+  for (const V3& p : v)
+    glVertex3f(p.x, p.y, p.z);
   glEnd();
 }
 
@@ -245,14 +261,17 @@ void DrawLabels(const std::vector<SymbolBatch::Label>& labels) {
   for (std::size_t i = 0; i < labels.size(); ++i) {
     const V3& p = labels[i].at;
     double e[4], c[4];
-    for (int r = 0; r < 4; ++r) e[r] = mv[r] * p.x + mv[4 + r] * p.y + mv[8 + r] * p.z + mv[12 + r];
-    for (int r = 0; r < 4; ++r) c[r] = pr[r] * e[0] + pr[4 + r] * e[1] + pr[8 + r] * e[2] + pr[12 + r] * e[3];
+    for (int r = 0; r < 4; ++r)
+      e[r] = mv[r] * p.x + mv[4 + r] * p.y + mv[8 + r] * p.z + mv[12 + r];
+    for (int r = 0; r < 4; ++r)
+      c[r] = pr[r] * e[0] + pr[4 + r] * e[1] + pr[8 + r] * e[2] + pr[12 + r] * e[3];
     if (c[3] == 0) continue;
     const double wx = (c[0] / c[3] + 1) * vp[2] / 2, wy = (c[1] / c[3] + 1) * vp[3] / 2;
     // Anchors outside the view draw nothing anyway.
     if (wx < 0 || wy < 0 || wx >= vp[2] || wy >= vp[3]) continue;
     const int x0 = static_cast<int>(wx) / cell, y0 = static_cast<int>(wy) / cell;
-    const int x1 = std::min(cols - 1, static_cast<int>(wx + gCharWidth * labels[i].text.size()) / cell);
+    const int x1 =
+        std::min(cols - 1, static_cast<int>(wx + gCharWidth * labels[i].text.size()) / cell);
     const int y1 = std::min(rows - 1, static_cast<int>(wy + gCharHeight) / cell);
     bool free = true;
     for (int y = y0; y <= y1 && free; ++y)
@@ -263,7 +282,8 @@ void DrawLabels(const std::vector<SymbolBatch::Label>& labels) {
         }
     if (!free) continue;
     for (int y = y0; y <= y1; ++y)
-      for (int x = x0; x <= x1; ++x) taken[static_cast<std::size_t>(y) * cols + x] = 1;
+      for (int x = x0; x <= x1; ++x)
+        taken[static_cast<std::size_t>(y) * cols + x] = 1;
     keys.push_back({static_cast<int>(wy) / 32, wx, i});
   }
   std::sort(keys.begin(), keys.end(), [](const Key& a, const Key& b) {
@@ -291,7 +311,8 @@ void ModelBody(View& v) {
   glPolygonOffset(-2, -2);
   SymbolBatch symbols;
   if (v.OptionShowNodeNumber)
-    for (const auto& n : mesh.Nodes()) Draw(*n, MarkerSize, v.OptionShowNodeNumber, symbols);
+    for (const auto& n : mesh.Nodes())
+      Draw(*n, MarkerSize, v.OptionShowNodeNumber, symbols);
   if (v.OptionShowBoundary)
     for (const auto& n : mesh.Nodes())
       DrawBoundary(*n, MarkerSize, LayerOffset, v.OptionShowBoundaryValue, symbols);
@@ -334,7 +355,8 @@ void Draw(const Nodeb& n, Single, Boolean NV, SymbolBatch& b) {
   if (NV && n.vID != 0) b.labels.push_back({{n.xcoord, n.ycoord, 0}, Number(n.vID)});
 }
 
-void DrawBoundary(const Nodeb& n, Single MarkerSize, Single LayerOffset, Boolean BV, SymbolBatch& b) {
+void DrawBoundary(const Nodeb& n, Single MarkerSize, Single LayerOffset, Boolean BV,
+                  SymbolBatch& b) {
   if (!n.BoundaryDefined()) return;
   const Boolean flags[5] = {n.XTDir(), n.YTDir(), n.ZTDir(), n.XRDir(), n.YRDir()};
   for (int d = 0; d < 5; ++d)
@@ -345,20 +367,31 @@ void DrawBrace(const Nodeb& n, Single MarkerSize, Single LayerOffset, Boolean Br
   if (!n.BraceDefined()) return;
   const Single springs[5] = {n.xtstiff, n.YTStiff, n.ZTStiff, n.XRStiff, n.YRStiff};
   for (int d = 0; d < 5; ++d)
-    if (std::fabs(springs[d]) > kTolerance) DrawBraceSymbol(n, MarkerSize, LayerOffset, d + 1, BrV, b);
+    if (std::fabs(springs[d]) > kTolerance)
+      DrawBraceSymbol(n, MarkerSize, LayerOffset, d + 1, BrV, b);
 }
 
 void DrawLoad(const Nodeb& n, Single MarkerSize, Single, Boolean LV, SymbolBatch& b) {
   if (!n.LoadDefined()) return;
-  if (n.XLoad > kTolerance) DrawLoadArrow(n, MarkerSize, 1, LV, b);
-  else if (n.XLoad < -kTolerance) DrawLoadArrow(n, MarkerSize, 3, LV, b);
-  if (n.YLoad > kTolerance) DrawLoadArrow(n, MarkerSize, 2, LV, b);
-  else if (n.YLoad < -kTolerance) DrawLoadArrow(n, MarkerSize, 4, LV, b);
+  if (n.XLoad > kTolerance)
+    DrawLoadArrow(n, MarkerSize, 1, LV, b);
+  else if (n.XLoad < -kTolerance)
+    DrawLoadArrow(n, MarkerSize, 3, LV, b);
+  if (n.YLoad > kTolerance)
+    DrawLoadArrow(n, MarkerSize, 2, LV, b);
+  else if (n.YLoad < -kTolerance)
+    DrawLoadArrow(n, MarkerSize, 4, LV, b);
 }
 
-void DrawSelected(const Nodeb& n, Single s) { SelectedAt(n.xcoord, n.ycoord, s); }
-void DrawSelected(const twoNode& e, Single s) { SelectedAt(e.CPX, e.CPY, s); }
-void DrawSelected(const fourNode& e, Single s) { SelectedAt(e.CPX, e.CPY, s); }
+void DrawSelected(const Nodeb& n, Single s) {
+  SelectedAt(n.xcoord, n.ycoord, s);
+}
+void DrawSelected(const twoNode& e, Single s) {
+  SelectedAt(e.CPX, e.CPY, s);
+}
+void DrawSelected(const fourNode& e, Single s) {
+  SelectedAt(e.CPX, e.CPY, s);
+}
 
 // Stiffeners stand on edge across the plane: outlines in one batch, the fills
 // (pushed back) in another, then the numbers.
@@ -386,12 +419,14 @@ void DrawStiffeners(const twoNodes& all, Boolean SV, std::vector<SymbolBatch::La
   glDisable(GL_POLYGON_OFFSET_FILL);
   if (!SV) return;
   for (const auto& e : all)
-    if (e->PropertyDefined == vbTrue && e->vID != 0) labels.push_back({{e->CPX, e->CPY, 0}, Number(e->vID)});
+    if (e->PropertyDefined == vbTrue && e->vID != 0)
+      labels.push_back({{e->CPX, e->CPY, 0}, Number(e->vID)});
 }
 
 // Every plate has its outline; with P the fill shaded by thickness, and the
 // numbers of the defined ones.
-void DrawPlates(const fourNodes& all, Boolean PV, Boolean P, std::vector<SymbolBatch::Label>& labels) {
+void DrawPlates(const fourNodes& all, Boolean PV, Boolean P,
+                std::vector<SymbolBatch::Label>& labels) {
   // Plates but no thickness anywhere cannot be shaded: report it as the
   // division it is.
   const Single maxThickness = all.MaxThickness();
@@ -405,7 +440,8 @@ void DrawPlates(const fourNodes& all, Boolean PV, Boolean P, std::vector<SymbolB
   glColor3f(0, 0, 0);
   glPolygonMode(GL_FRONT_AND_BACK, GL_LINE);
   glBegin(GL_QUADS);
-  for (const auto& e : all) quad(*e);
+  for (const auto& e : all)
+    quad(*e);
   glEnd();
   if (P != vbTrue) return;
   glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
@@ -497,7 +533,8 @@ void Load_ModelView(const View& v) {
 void Capture_Frame_State(View& v) {
   GLint vp[4];
   glGetIntegerv(GL_VIEWPORT, vp);
-  for (int i = 0; i < 4; ++i) v.FrameViewport[i] = vp[i];
+  for (int i = 0; i < 4; ++i)
+    v.FrameViewport[i] = vp[i];
   glGetDoublev(GL_MODELVIEW_MATRIX, v.FrameModelView.data());
   glGetDoublev(GL_PROJECTION_MATRIX, v.FrameProjection.data());
 }
@@ -525,7 +562,8 @@ void Paint_Frame(View& v) {
     }
     if (v.OptionShowCoordinate) Draw_Coordinate(v);
     if (v.OptionShowModel) Draw_Model(v);
-    for (int i = 0; i < 4; ++i) glDisable(GL_CLIP_PLANE0 + i);
+    for (int i = 0; i < 4; ++i)
+      glDisable(GL_CLIP_PLANE0 + i);
   }
   Capture_Frame_State(v);
 }

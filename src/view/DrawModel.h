@@ -33,7 +33,7 @@ struct SymbolBatch {
   std::vector<V3> braceLines;    // blue
   std::vector<V3> loadTriangles; // red
   std::vector<V3> loadLines;
-  std::vector<Label> labels;     // black values
+  std::vector<Label> labels; // black values
 };
 
 // First of the 256 display lists of the bitmap font, one per character code.
@@ -48,13 +48,15 @@ void Draw_Model(View& v);
 void Draw_Coordinate(View& v);
 
 void Draw(const Nodeb& n, Single MarkerSize, Boolean NV, SymbolBatch& b);
-void DrawBoundary(const Nodeb& n, Single MarkerSize, Single LayerOffset, Boolean BV, SymbolBatch& b);
+void DrawBoundary(const Nodeb& n, Single MarkerSize, Single LayerOffset, Boolean BV,
+                  SymbolBatch& b);
 void DrawBrace(const Nodeb& n, Single MarkerSize, Single LayerOffset, Boolean BrV, SymbolBatch& b);
 void DrawLoad(const Nodeb& n, Single MarkerSize, Single LayerOffset, Boolean LV, SymbolBatch& b);
 void DrawSelected(const Nodeb& n, Single SelectedMarkerSize);
 void DrawStiffeners(const twoNodes& all, Boolean SV, std::vector<SymbolBatch::Label>& labels);
 void DrawSelected(const twoNode& s, Single SelectedMarkerSize);
-void DrawPlates(const fourNodes& all, Boolean PV, Boolean P, std::vector<SymbolBatch::Label>& labels);
+void DrawPlates(const fourNodes& all, Boolean PV, Boolean P,
+                std::vector<SymbolBatch::Label>& labels);
 void DrawSelected(const fourNode& p, Single SelectedMarkerSize);
 
 // The frame: clear, clip planes, axes, model; swap is the caller's. Loads the

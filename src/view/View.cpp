@@ -23,7 +23,8 @@ void MultRight(Matrix4& m, const Matrix4& b) {
   for (int c = 0; c < 4; ++c)
     for (int rr = 0; rr < 4; ++rr) {
       double s = 0;
-      for (int k = 0; k < 4; ++k) s += m[k * 4 + rr] * b[c * 4 + k];
+      for (int k = 0; k < 4; ++k)
+        s += m[k * 4 + rr] * b[c * 4 + k];
       r[c * 4 + rr] = s;
     }
   m = r;
@@ -106,7 +107,8 @@ bool Invert(const Matrix4& m, Matrix4& inv) {
           m[8] * m[1] * m[6] - m[8] * m[2] * m[5];
   double det = m[0] * r[0] + m[1] * r[4] + m[2] * r[8] + m[3] * r[12];
   if (det == 0) return false;
-  for (int i = 0; i < 16; ++i) inv[i] = r[i] / det;
+  for (int i = 0; i < 16; ++i)
+    inv[i] = r[i] / det;
   return true;
 }
 
@@ -137,7 +139,8 @@ bool View::ScreenToModel(double X, double Y, float depth, double& ox, double& oy
 bool View::ModelToScreen(double x, double y, double z, double& wx, double& wy, double& wz) const {
   const Matrix4 m = Multiply(FrameProjection, FrameModelView);
   double out[4];
-  for (int r = 0; r < 4; ++r) out[r] = m[r] * x + m[4 + r] * y + m[8 + r] * z + m[12 + r];
+  for (int r = 0; r < 4; ++r)
+    out[r] = m[r] * x + m[4 + r] * y + m[8 + r] * z + m[12 + r];
   if (out[3] == 0) return false;
   wx = FrameViewport[0] + FrameViewport[2] * (out[0] / out[3] + 1) / 2;
   wy = FrameViewport[1] + FrameViewport[3] * (out[1] / out[3] + 1) / 2;

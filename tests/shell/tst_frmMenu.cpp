@@ -11,11 +11,11 @@
 #include "view/View.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
-#include <QCheckBox>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTextBrowser>
@@ -76,29 +76,52 @@ void tst_frmMenu::startsWithTheCaptionAndNoMessageButTheMissingSettings() {
 void tst_frmMenu::menusHaveTheirCaptionsInOrder() {
   ShellSession s;
   QStringList tops;
-  for (QAction* a : s.menu->menuBar()->actions()) tops << a->text();
-  QCOMPARE(tops, (QStringList{"File", "Beam", "Elements", "Analysis", "Property", "View", "Results", "Help"}));
+  for (QAction* a : s.menu->menuBar()->actions())
+    tops << a->text();
+  QCOMPARE(tops, (QStringList{"File", "Beam", "Elements", "Analysis", "Property", "View", "Results",
+                              "Help"}));
 
   auto captions = [&](const char* menuName) {
     QStringList out;
-    for (QAction* a : s.menu->Menu(menuName)->menu()->actions()) out << (a->isSeparator() ? "-" : a->text());
+    for (QAction* a : s.menu->Menu(menuName)->menu()->actions())
+      out << (a->isSeparator() ? "-" : a->text());
     return out;
   };
-  QCOMPARE(captions("mnuFile"), (QStringList{"New Data", "-", "Read  Data", "Save Data", "-", "Create Report File",
-                                             "Create Bitmap File", "-", "Exit"}));
+  QCOMPARE(captions("mnuFile"),
+           (QStringList{"New Data", "-", "Read  Data", "Save Data", "-", "Create Report File",
+                        "Create Bitmap File", "-", "Exit"}));
   QCOMPARE(captions("mnuFile_SavePost"), (QStringList{"Report All", "Displacement Grid"}));
   QCOMPARE(captions("mnuBeam"), (QStringList{"Geometry", "Edit Geometry"}));
   QVERIFY(!s.menu->Menu("mnuEditGeometry")->isVisible());
   QVERIFY(!s.menu->Menu("mnuEditGeometry")->isEnabled());
-  QCOMPARE(captions("mnuElements"), (QStringList{"Plate", "Stiffener", "-", "Boundary", "Brace", "Load"}));
+  QCOMPARE(captions("mnuElements"),
+           (QStringList{"Plate", "Stiffener", "-", "Boundary", "Brace", "Load"}));
   QCOMPARE(captions("mnuRun"), (QStringList{"Run", "-", "Analysis Option"}));
   QCOMPARE(captions("mnuProperty"), (QStringList{"Set Property", "Copy Property", "Paste Property",
                                                  "Delete Property", "-", "Show Property Window"}));
-  QCOMPARE(captions("mnuView"),
-           (QStringList{"Refresh", "-", "Select", "Translate", "Rotate", "Zoom In/Out", "Zoom All", "-",
-                        "Move to Center", "Zoom In: Center", "Zoom Out: Center", "-", "Zoom   50%",
-                        "Zoom 100%", "Zoom 200%", "Zoom 500%", "Zoom1000%", "-", "Actual/Fit View",
-                        "Clipping", "-", "Show/Hide Toolbar", "View Option"}));
+  QCOMPARE(captions("mnuView"), (QStringList{"Refresh",
+                                             "-",
+                                             "Select",
+                                             "Translate",
+                                             "Rotate",
+                                             "Zoom In/Out",
+                                             "Zoom All",
+                                             "-",
+                                             "Move to Center",
+                                             "Zoom In: Center",
+                                             "Zoom Out: Center",
+                                             "-",
+                                             "Zoom   50%",
+                                             "Zoom 100%",
+                                             "Zoom 200%",
+                                             "Zoom 500%",
+                                             "Zoom1000%",
+                                             "-",
+                                             "Actual/Fit View",
+                                             "Clipping",
+                                             "-",
+                                             "Show/Hide Toolbar",
+                                             "View Option"}));
   QCOMPARE(captions("mnuResult"), (QStringList{"Show Buckled Shape", "Stress Plot"}));
   QCOMPARE(captions("mnuHelp"), (QStringList{"Help Topics", "-", "About VELK "}));
   QVERIFY(s.menu->Menu("mnuView_Toolbar")->isChecked());
@@ -107,8 +130,10 @@ void tst_frmMenu::menusHaveTheirCaptionsInOrder() {
 void tst_frmMenu::popupHoldsItsEntries() {
   ShellSession s;
   QStringList out;
-  for (QAction* a : s.menu->Popup()->actions()) out << (a->isSeparator() ? "-" : a->text());
-  QCOMPARE(out, (QStringList{"Selection", "Property", "-", "View", "-", "Refresh", "-", "View Options"}));
+  for (QAction* a : s.menu->Popup()->actions())
+    out << (a->isSeparator() ? "-" : a->text());
+  QCOMPARE(out, (QStringList{"Selection", "Property", "-", "View", "-", "Refresh", "-",
+                             "View Options"}));
   QCOMPARE(s.menu->Menu("mnuPopUp_ShowProperty")->text(), QString("Show Proeprty"));
 }
 
@@ -119,10 +144,12 @@ void tst_frmMenu::toolBarKeysAndTips() {
     keys << (a->isSeparator() ? "|" : a->data().toString());
     if (!a->isSeparator()) tips << a->toolTip();
   }
-  QCOMPARE(keys, (QStringList{"new", "open", "save", "|", "mesh", "|", "plate", "stiffener", "boundary", "brace",
-                              "load", "|", "select", "set", "delete", "copy", "paste", "|", "property", "|",
-                              "topview", "leftview", "viewangle", "zoomall", "zoomin", "zoomout", "center",
-                              "refresh", "|", "run"}));
+  QCOMPARE(keys,
+           (QStringList{"new",      "open",      "save",     "|",        "mesh",      "|",
+                        "plate",    "stiffener", "boundary", "brace",    "load",      "|",
+                        "select",   "set",       "delete",   "copy",     "paste",     "|",
+                        "property", "|",         "topview",  "leftview", "viewangle", "zoomall",
+                        "zoomin",   "zoomout",   "center",   "refresh",  "|",         "run"}));
   QCOMPARE(tips.first(), QString("New Data"));
   QCOMPARE(tips.last(), QString("Calculate Buckling Strength"));
   QVERIFY(tips.contains("Set Point Loading Condition"));
@@ -130,9 +157,12 @@ void tst_frmMenu::toolBarKeysAndTips() {
 
 void tst_frmMenu::statusPanelsByKey() {
   ShellSession s;
-  const std::pair<const char*, const char*> panels[] = {
-      {"x", "X Coordinate"},           {"y", "Y Coordinate"},        {"eigenvalue", "Eigenvalue"},
-      {"editmode", "Edit Mode"},       {"operationmode", "Operation Mode"}, {"viewscale", "View Scale"}};
+  const std::pair<const char*, const char*> panels[] = {{"x", "X Coordinate"},
+                                                        {"y", "Y Coordinate"},
+                                                        {"eigenvalue", "Eigenvalue"},
+                                                        {"editmode", "Edit Mode"},
+                                                        {"operationmode", "Operation Mode"},
+                                                        {"viewscale", "View Scale"}};
   for (const auto& [key, tip] : panels) {
     QVERIFY2(s.menu->Panel(key), key);
     QCOMPARE(s.menu->Panel(key)->toolTip(), QString(tip));
@@ -165,11 +195,13 @@ void tst_frmMenu::frameShowsBackgroundPlateOutlineAndAxes() {
   QVERIFY2(std::abs(fill.blue() - 178) <= 1, qPrintable(QString::number(fill.blue())));
   // On a vertical grid line between two plates: the black outline.
   const auto& n = gMesh().Nodes().Item(4 * 12 + 2); // column 13, row 2
-  QColor line = PixelAtModel(*s.menu, n->xcoord, (n->ycoord + gMesh().Nodes().Item(4 * 12 + 3)->ycoord) / 2);
+  QColor line =
+      PixelAtModel(*s.menu, n->xcoord, (n->ycoord + gMesh().Nodes().Item(4 * 12 + 3)->ycoord) / 2);
   QVERIFY2(line.red() < 80 && line.green() < 80 && line.blue() < 80, qPrintable(line.name()));
   // Half way along the x axis from the mesh centre: red.
   const View& v = gView();
-  QColor axis = PixelAtModel(*s.menu, v.LimitCX + 0.05 * v.SLimitMaxXY, v.LimitCY, 0.001 * v.SLimitMaxXY);
+  QColor axis =
+      PixelAtModel(*s.menu, v.LimitCX + 0.05 * v.SLimitMaxXY, v.LimitCY, 0.001 * v.SLimitMaxXY);
   QVERIFY2(axis.red() > 200 && axis.green() < 80 && axis.blue() < 80, qPrintable(axis.name()));
 }
 
@@ -217,7 +249,8 @@ void tst_frmMenu::aTrapShowsItsMessageAndTheSessionGoesOn() {
   ShellSession s;
   GenerateDefaultGirder(*s.menu);
   // No plate with a thickness left: shading by thickness divides by zero.
-  for (const auto& p : gMesh().fourNodes()) p->Thickness = 0;
+  for (const auto& p : gMesh().fourNodes())
+    p->Thickness = 0;
   gMesh().fourNodes().UpdateMaxThickness();
   s.host.messages.clear();
   s.menu->Surface()->grabFramebuffer();
@@ -315,7 +348,8 @@ void tst_frmMenu::pointerOverTheModelShowsItsCoordinates() {
   s.menu->Surface()->repaint();
   double wx, wy, wz;
   gView().ModelToScreen(100, 8, 0, wx, wy, wz);
-  const QPoint mouse(static_cast<int>(std::lround(wx)), static_cast<int>(std::lround(s.menu->Surface()->height() - wy + 1)));
+  const QPoint mouse(static_cast<int>(std::lround(wx)),
+                     static_cast<int>(std::lround(s.menu->Surface()->height() - wy + 1)));
   s.menu->ShowCoordinatesAt(mouse);
   const QString x = s.menu->Panel("x")->text(), y = s.menu->Panel("y")->text();
   QVERIFY2(x.startsWith("X: ") && std::abs(x.mid(3).toDouble() - 100) < 0.5, qPrintable(x));

@@ -11,8 +11,10 @@ int FakeHost::MsgBox(const std::string& text, int buttons, const std::string& ti
   }
   switch (buttons & 7) {
   case vbYesNo:
-  case vbYesNoCancel: return vbYes;
-  default: return vbOK;
+  case vbYesNoCancel:
+    return vbYes;
+  default:
+    return vbOK;
   }
 }
 
@@ -35,12 +37,17 @@ bool FakeHost::Answer(std::deque<std::optional<std::string>>& q, FileDialog& d) 
   return true;
 }
 
-bool FakeHost::ShowOpen(FileDialog& d) { return Answer(openAnswers, d); }
-bool FakeHost::ShowSave(FileDialog& d) { return Answer(saveAnswers, d); }
+bool FakeHost::ShowOpen(FileDialog& d) {
+  return Answer(openAnswers, d);
+}
+bool FakeHost::ShowSave(FileDialog& d) {
+  return Answer(saveAnswers, d);
+}
 
 std::vector<std::string> FakeHost::Texts() const {
   std::vector<std::string> t;
-  for (const auto& m : messages) t.push_back(m.text);
+  for (const auto& m : messages)
+    t.push_back(m.text);
   return t;
 }
 

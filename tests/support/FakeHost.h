@@ -17,7 +17,7 @@ public:
     std::string title;
   };
   std::vector<Message> messages;
-  std::deque<int> msgAnswers;                        // default: OK / Yes
+  std::deque<int> msgAnswers;                          // default: OK / Yes
   std::deque<std::optional<std::string>> inputAnswers; // default: the default text
   std::deque<std::optional<std::string>> openAnswers;  // nullopt: cancel
   std::deque<std::optional<std::string>> saveAnswers;
@@ -36,7 +36,7 @@ public:
     if (onYield) onYield();
   }
   void Progress(const std::string& text) override { progress.push_back(text); }
-  std::function<void()> onYield;      // runs inside each yield, e.g. a Cancel click
+  std::function<void()> onYield;     // runs inside each yield, e.g. a Cancel click
   std::vector<std::string> progress; // progress texts of a run, in order
 
   std::vector<std::string> Texts() const;

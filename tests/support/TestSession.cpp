@@ -13,10 +13,10 @@ namespace velk::test {
 
 void SessionTest::SetUp() {
   const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-  folder = (std::filesystem::temp_directory_path() /
-            ("velk-test-" + std::to_string(::getpid()) + "-" + info->test_suite_name() + "-" +
-             info->name()))
-               .string();
+  folder =
+      (std::filesystem::temp_directory_path() / ("velk-test-" + std::to_string(::getpid()) + "-" +
+                                                 info->test_suite_name() + "-" + info->name()))
+          .string();
   std::filesystem::remove_all(folder);
   std::filesystem::create_directories(folder);
   SetProgramFolder(folder);
@@ -31,7 +31,9 @@ void SessionTest::TearDown() {
   std::filesystem::remove_all(folder);
 }
 
-std::string SessionTest::Scratch(const std::string& name) const { return folder + "/" + name; }
+std::string SessionTest::Scratch(const std::string& name) const {
+  return folder + "/" + name;
+}
 
 std::string ReadFile(const std::string& path) {
   std::ifstream f(path, std::ios::binary);

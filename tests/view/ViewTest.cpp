@@ -1,9 +1,9 @@
 // The camera without a window: limits, aspect correction, fit view, presets,
 // centre zoom caps, and the mapping between window and model.
+#include "view/View.h"
 #include "TestSession.h"
 #include "mesh/frmBeamShape.h"
 #include "model/VELKMain.h"
-#include "view/View.h"
 
 #include <cmath>
 
@@ -62,7 +62,8 @@ TEST_F(ViewTest, LongModelKeepsItsProportionInActualViewAndFillsInFitView) {
 TEST_F(ViewTest, FitViewOfAFlatModelReportsTheDivision) {
   gMesh().Nodes().SetNumberNodesX(2);
   gMesh().Nodes().SetNumberNodesY(2);
-  for (int i = 1; i <= 4; ++i) gMesh().Nodes().Add(static_cast<float>(i), 0, i, std::to_string(i));
+  for (int i = 1; i <= 4; ++i)
+    gMesh().Nodes().Add(static_cast<float>(i), 0, i, std::to_string(i));
   View& v = gView();
   host.messages.clear();
   v.ScreenMode = 1;
@@ -92,11 +93,13 @@ TEST_F(ViewTest, PresetsAndZoomAll) {
 TEST_F(ViewTest, CentreZoomIsCappedAndCentres) {
   Girder();
   View& v = gView();
-  for (int i = 0; i < 10; ++i) v.ZoomInOutCenter(10, 5, 0);
+  for (int i = 0; i < 10; ++i)
+    v.ZoomInOutCenter(10, 5, 0);
   EXPECT_EQ(v.ViewZoom, 100.0f);
   EXPECT_DOUBLE_EQ(v.ViewX, v.SLimitCX - 10);
   EXPECT_DOUBLE_EQ(v.ViewY, double(v.SLimitCY) - 5);
-  for (int i = 0; i < 20; ++i) v.ZoomInOutCenter(0, 0, 1);
+  for (int i = 0; i < 20; ++i)
+    v.ZoomInOutCenter(0, 0, 1);
   EXPECT_EQ(v.ViewZoom, 0.01f);
   v.ZoomInOutCenter(50, 50, 2); // any other value does nothing
   EXPECT_EQ(v.ViewX, v.SLimitCX);
