@@ -2,30 +2,15 @@
 // reader generates points and elements from run records.
 #include <gtest/gtest.h>
 
-#include "TestSession.h"
+#include "SymmetricEigen.h"
+#include "RunModels.h"
 #include "analysis/Deck.h"
-#include "common/Fault.h"
-#include "model/VELKMain.h"
 
 namespace velk::test {
 namespace {
 
 class DeckTest : public SessionTest {
 protected:
-  // One plate on the corners (0,0), (10,0), (10,10), (0,10), t 0.5, with the
-  // default material and run identity.
-  void OnePlate() {
-    Mesh& m = gMesh();
-    const float xy[4][2] = {{0, 0}, {10, 0}, {10, 10}, {0, 10}};
-    for (int i = 0; i < 4; ++i)
-      m.Nodes().Add(xy[i][0], xy[i][1], i + 1, std::to_string(i + 1));
-    m.Nodes().SetNumberNodesX(2);
-    m.Nodes().SetNumberNodesY(2);
-    auto p = m.fourNodes().Add(Node(1), Node(2), Node(3), Node(4), 1, "1");
-    p->Thickness = 0.5f;
-    p->UpdatePropertyDefined();
-    Renumber();
-  }
   std::shared_ptr<Nodeb> Node(int i) { return gMesh().Nodes().Item(i); }
   void Renumber() {
     gMesh().twoNodes().GeneratevID();
@@ -39,7 +24,7 @@ protected:
 };
 
 TEST_F(DeckTest, OnePlateDeckIsWrittenRecordForRecord) {
-  OnePlate();
+  One_Plate(2, 2);
   Node(2)->XLoad = -5;
   Node(1)->SetXTDir(1);
   Node(1)->SetYTDir(1);
@@ -68,10 +53,13 @@ TEST_F(DeckTest, OnePlateDeckIsWrittenRecordForRecord) {
                                "3,3,1,-1,0,0\r\n"
                                "4,4,1,-1,0,0\r\n";
   EXPECT_EQ(ReadFile(session().gTempInFile), expected);
+  SetTemporaryFolder(Scratch("no/such/folder")); // unwritable: 0
+  EXPECT_EQ(Write_Deck(), 0);
+  SetTemporaryFolder("");
 }
 
 TEST_F(DeckTest, NodalBlocksTakeValuesAboveTheToleranceOnly) {
-  OnePlate();
+  One_Plate(2, 2);
   Node(1)->XLoad = 0.000005f; // under the tolerance, alone: no record
   Node(2)->XLoad = 0.000005f; // under, but the other value puts the node in
   Node(2)->YLoad = 2;
@@ -86,7 +74,7 @@ TEST_F(DeckTest, NodalBlocksTakeValuesAboveTheToleranceOnly) {
 }
 
 TEST_F(DeckTest, ObjectsOutsideTheStructureHaveNoRecord) {
-  OnePlate();
+  One_Plate(2, 2);
   // A fifth node, loaded and held but on no element, and an undefined plate
   // and stiffener between it and the others.
   Mesh& m = gMesh();
@@ -115,13 +103,6 @@ TEST_F(DeckTest, ObjectsOutsideTheStructureHaveNoRecord) {
   EXPECT_EQ(lines[11], "1,1,1,.5,2");
 }
 
-TEST_F(DeckTest, UnwritableFolderGivesZero) {
-  OnePlate();
-  SetTemporaryFolder(Scratch("no/such/folder"));
-  EXPECT_EQ(Write_Deck(), 0);
-  SetTemporaryFolder("");
-}
-
 RunArrays Sized(long rows, long plates, long stiffeners) {
   RunArrays a;
   a.Size(rows, plates, stiffeners);
@@ -142,80 +123,48 @@ TEST(DeckReaderTest, RunRecordsGeneratePointsAndElements) {
                   "2,2,1,1E-01,2\r\n");
   RunArrays a = Sized(12, 3, 2);
   Read_Mesh(deck, a, 3, 2, 5);
-  EXPECT_EQ(a.X[5], 0);
-  EXPECT_EQ(a.X[7], 5);
-  EXPECT_EQ(a.Y[7], 10);
-  EXPECT_EQ(a.X[9], 10);
-  EXPECT_EQ(a.Y[9], 20);
-  EXPECT_EQ(a.X[1], 1);
-  EXPECT_EQ(a.X[2], 4); // X1, not X2: a run of one takes the first point
+  // Points 5, 7, 9 from 0,0 to 10,20; a run of one takes its first point (X1, not X2).
+  const double xy[][3] = {{5, 0, 0}, {7, 5, 10}, {9, 10, 20}, {1, 1, 1}, {2, 4, 4}};
+  for (const auto& p : xy) {
+    const int i = static_cast<int>(p[0]);
+    EXPECT_EQ(a.X[i], p[1]) << i;
+    EXPECT_EQ(a.Y[i], p[2]) << i;
+  }
   const int expected[3][4] = {{1, 2, 5, 4}, {3, 4, 7, 6}, {5, 6, 9, 8}};
   for (int e = 1; e <= 3; ++e)
     for (int k = 1; k <= 4; ++k)
       EXPECT_EQ(a.plateConn(k, e), expected[e - 1][k - 1]);
+  EXPECT_EQ(a.stiffConn(1, 1), 1);
   EXPECT_EQ(a.stiffConn(1, 2), 3);
   EXPECT_EQ(a.stiffConn(2, 2), 4);
-  EXPECT_EQ(a.stiffConn(1, 1), 1);
-  // A negative step walks down: 3, 2, 1.
-  for (int e = 1; e <= 3; ++e)
+  for (int e = 1; e <= 3; ++e) // a negative step walks down: 3, 2, 1
     EXPECT_EQ(a.plateThick[e], 0.25);
   EXPECT_EQ(a.stiffThick[1], 0.5);
   EXPECT_EQ(a.stiffWidth[1], 4);
   EXPECT_DOUBLE_EQ(a.stiffThick[2], 0.1);
 }
 
-TEST(DeckReaderTest, NodalRunRepairs) {
-  DeckReader deck("4,1,-3\r\n2,9,0\r\n");
-  const RunRecord r1 = Read_Run(deck, RunRepair::Nodal);
-  EXPECT_EQ(r1.last, 4);
-  EXPECT_EQ(r1.step, 1);
-  const RunRecord r2 = Read_Run(deck, RunRepair::Nodal);
-  std::vector<int> walked;
-  For_Run(r2, [&](Integer n, Integer) { walked.push_back(n); });
-  EXPECT_EQ(walked, (std::vector<int>{2, 3, 4, 5, 6, 7, 8, 9}));
-}
-
-int FaultOf(const std::function<void()>& f) {
-  try {
-    f();
-  } catch (const Fault& e) {
-    return e.number();
-  }
-  return 0;
-}
-
 TEST(DeckReaderTest, BadDecksFailWithTheirKinds) {
-  // A number beyond 16 bits is an overflow; a short deck runs past its end; a
-  // node beyond the arrays is out of range; text where a number belongs is a
-  // type mismatch.
-  EXPECT_EQ(FaultOf([] {
-              DeckReader d("1,40000,1,0,0,0,0\r\n");
-              RunArrays a = Sized(3, 1, 1);
-              Read_Mesh(d, a, 0, 0, 1);
-            }),
-            errOverflow);
-  EXPECT_EQ(FaultOf([] {
-              DeckReader d("1,1,1,0,0,0,0\r\n");
-              RunArrays a = Sized(6, 1, 1);
-              Read_Mesh(d, a, 0, 0, 2);
-            }),
-            errInputPastEnd);
-  EXPECT_EQ(FaultOf([] {
-              DeckReader d("7,7,1,0,0,0,0\r\n");
-              RunArrays a = Sized(6, 1, 1);
-              Read_Mesh(d, a, 0, 0, 1);
-            }),
-            errSubscript);
-  EXPECT_EQ(FaultOf([] {
-              DeckReader d("1,1,1,\"x\",0,0,0\r\n");
-              RunArrays a = Sized(6, 1, 1);
-              Read_Mesh(d, a, 0, 0, 1);
-            }),
-            errTypeMismatch);
+  const struct {
+    const char* deck;
+    long rows, points;
+    int fault;
+  } cases[] = {
+      {"1,40000,1,0,0,0,0\r\n", 3, 1, errOverflow},      // beyond 16 bits
+      {"1,1,1,0,0,0,0\r\n", 6, 2, errInputPastEnd},      // short deck
+      {"7,7,1,0,0,0,0\r\n", 6, 1, errSubscript},         // node beyond the arrays
+      {"1,1,1,\"x\",0,0,0\r\n", 6, 1, errTypeMismatch}, // text for a number
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(FaultOf([&] {
+                DeckReader d(c.deck);
+                RunArrays a = Sized(c.rows, 1, 1);
+                Read_Mesh(d, a, 0, 0, static_cast<Integer>(c.points));
+              }),
+              c.fault)
+        << c.deck;
   // The run counter steps past 32767 after its last point.
-  EXPECT_EQ(FaultOf([] {
-              For_Run(RunRecord{32766, 32767, 1}, [](Integer, Integer) {});
-            }),
+  EXPECT_EQ(FaultOf([] { For_Run(RunRecord{32766, 32767, 1}, [](Integer, Integer) {}); }),
             errOverflow);
 }
 

@@ -60,7 +60,9 @@ TEST_F(ExamplesTest, EachExampleOpensToTheModelOfItsRecipe) {
     gAnalysis().Title = e.title;
     gAnalysis().Discription = e.discription;
     const std::string path = std::string(VELK_EXAMPLES_DIR) + "/" + e.file;
-    if (write) ASSERT_TRUE(Save_Project_Path(path)) << path;
+    if (write) {
+      ASSERT_TRUE(Save_Project_Path(path)) << path;
+    }
     const std::string built = DeckOfSession();
 
     Clear_Session();

@@ -2,50 +2,36 @@
 // convergence traces of both starting shapes on the simply supported plate.
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <vector>
-
 #include "RunModels.h"
-#include "TestSession.h"
+#include "SymmetricEigen.h"
 #include "analysis/Deck.h"
 #include "analysis/EigenCalculation.h"
 #include "analysis/EigenIteration.h"
-#include "common/Fault.h"
 
 namespace velk::test {
 namespace {
 
-TEST(IterationPartsTest, InitialModeShapes) {
-  std::vector<double> x(3 * 7, 9.0);
+TEST(IterationParts, InitialModeShapesAndNormalisation) {
+  Vector x(3 * 7, 9.0);
   Initial_Mode(x, 7, 0); // Unsym.: the first 7 / 3 = 2 points up, the rest down by half
   for (int i = 1; i <= 7; ++i) {
     EXPECT_EQ(x[3 * i - 3], i <= 2 ? 1.0 : -0.5) << i;
-    EXPECT_EQ(x[3 * i - 2], 0.0);
-    EXPECT_EQ(x[3 * i - 1], 0.0);
+    EXPECT_TRUE(x[3 * i - 2] == 0 && x[3 * i - 1] == 0) << i;
   }
-  Initial_Mode(x, 7, 1);
+  Initial_Mode(x, 7, 1); // Sym.: all up
   for (int i = 1; i <= 7; ++i)
     EXPECT_EQ(x[3 * i - 3], 1.0);
   Initial_Mode(x, 2, 0); // fewer than three points: all down
   EXPECT_EQ(x[0], -0.5);
-}
 
-TEST(IterationPartsTest, NormaliseKeepsTheSignOfTheLargestAndTheFirstOfATie) {
-  std::vector<double> v{1.0, -4.0, 4.0, 2.0};
+  // The sign of the largest is kept, the first of a tie wins, only the first
+  // n entries take part, and all zero is 0 / 0, the overflow of a run.
+  Vector v{1.0, -4.0, 4.0, 2.0}, w{2.0, 1.0, 100.0}, z(3, 0.0);
   EXPECT_EQ(Normalise_Vector(v, 4), -4.0);
-  EXPECT_EQ(v, (std::vector<double>{-0.25, 1.0, -1.0, -0.5}));
-  // Only the first n entries take part.
-  std::vector<double> w{2.0, 1.0, 100.0};
+  EXPECT_EQ(v, (Vector{-0.25, 1.0, -1.0, -0.5}));
   EXPECT_EQ(Normalise_Vector(w, 2), 2.0);
   EXPECT_EQ(w[2], 100.0);
-  // All zero: 0 / 0, the overflow of a run.
-  std::vector<double> z(3, 0.0);
-  try {
-    Normalise_Vector(z, 3);
-    ADD_FAILURE() << "no fault";
-  } catch (const Fault& f) {
-    EXPECT_EQ(f.number(), errOverflow);
-  }
+  EXPECT_EQ(FaultOf([&] { Normalise_Vector(z, 3); }), errOverflow);
 }
 
 struct Cycle {
@@ -55,9 +41,15 @@ struct Cycle {
 
 class TraceTest : public SessionTest {
 protected:
-  std::vector<Cycle> Trace(int optionInitialB) {
+  // Runs the 6 x 6 plate, its options set as given, and records every cycle.
+  std::vector<Cycle> Trace(int initialB, Single estimate = 0, int shifts = 3, int cycles = 8) {
+    Clear_Session();
     Simply_Supported_Plate(6);
-    gAnalysis().OptionInitialB = static_cast<Integer>(optionInitialB);
+    Analysis& a = gAnalysis();
+    a.OptionInitialB = static_cast<Integer>(initialB);
+    a.EigenValueEstimation = estimate;
+    a.MaxShift = static_cast<Integer>(shifts);
+    a.MaxCycle = static_cast<Integer>(cycles);
     std::vector<Cycle> trace;
     analysisHooks().Cycle = [&](int s, int c, double sigma, double lambda, double) {
       trace.push_back({s, c, sigma, lambda});
@@ -76,8 +68,7 @@ TEST_F(TraceTest, UnsymmetricStartNeedsASecondShift) {
   for (int i = 0; i < 8; ++i) {
     EXPECT_EQ(t[i].shift, 1);
     EXPECT_EQ(t[i].sigma, 0.0);
-    const double digits = i < 6 ? 0.00005 : 0.000005;
-    EXPECT_NEAR(t[i].lambda, first[i], digits) << "cycle " << i + 1;
+    EXPECT_NEAR(t[i].lambda, first[i], i < 6 ? 0.00005 : 0.000005) << "cycle " << i + 1;
   }
   // The new shift is the factor, as a Single, times the last estimate, and the
   // iterate carries over: the second shift holds 0.03748 from its first cycle
@@ -95,9 +86,9 @@ TEST_F(TraceTest, UnsymmetricStartNeedsASecondShift) {
 TEST_F(TraceTest, SymmetricStartConvergesOnTheFirstShift) {
   const auto t = Trace(1);
   ASSERT_EQ(t.size(), 8u);
-  EXPECT_NEAR(t[0].lambda, 0.0263, 0.00005);
-  EXPECT_NEAR(t[1].lambda, 0.0354, 0.00005);
-  EXPECT_NEAR(t[2].lambda, 0.0369, 0.00005);
+  const double first[] = {0.0263, 0.0354, 0.0369};
+  for (int i = 0; i < 3; ++i)
+    EXPECT_NEAR(t[i].lambda, first[i], 0.00005) << "cycle " << i + 1;
   for (std::size_t i = 1; i < t.size(); ++i)
     EXPECT_GT(t[i].lambda, t[i - 1].lambda);
   EXPECT_EQ(t.back().shift, 1);
@@ -107,36 +98,16 @@ TEST_F(TraceTest, SymmetricStartConvergesOnTheFirstShift) {
 TEST_F(TraceTest, EstimateShiftsTheFirstPassAndLimitsBound) {
   // One shift of many cycles at a good estimate: plain shifted inverse
   // iteration, which converges on that one shift.
-  Simply_Supported_Plate(6);
-  gAnalysis().EigenValueEstimation = 0.035f;
-  gAnalysis().MaxShift = 1;
-  gAnalysis().MaxCycle = 50;
-  std::vector<Cycle> trace;
-  analysisHooks().Cycle = [&](int s, int c, double sigma, double lambda, double) {
-    trace.push_back({s, c, sigma, lambda});
-  };
-  ASSERT_EQ(Write_Deck(), 1);
-  Run_Analysis();
-  analysisHooks().Cycle = nullptr;
-  ASSERT_FALSE(trace.empty());
-  EXPECT_EQ(trace.front().sigma, static_cast<double>(0.035f));
-  EXPECT_LT(trace.size(), 50u);
+  auto t = Trace(0, 0.035f, 1, 50);
+  ASSERT_FALSE(t.empty());
+  EXPECT_EQ(t.front().sigma, static_cast<double>(0.035f));
+  EXPECT_LT(t.size(), 50u);
   EXPECT_NEAR(gAnalysis().EigenValue, 0.03748, 0.000005);
-
   // One cycle per shift, never converging: the last estimate is reported.
-  gAnalysis().EigenValueEstimation = 0;
-  gAnalysis().MaxShift = 2;
-  gAnalysis().MaxCycle = 1;
-  trace.clear();
-  analysisHooks().Cycle = [&](int s, int c, double sigma, double lambda, double) {
-    trace.push_back({s, c, sigma, lambda});
-  };
-  ASSERT_EQ(Write_Deck(), 1);
-  Run_Analysis();
-  analysisHooks().Cycle = nullptr;
-  ASSERT_EQ(trace.size(), 2u);
+  t = Trace(0, 0, 2, 1);
+  ASSERT_EQ(t.size(), 2u);
   EXPECT_EQ(LastRunOutcome(), RunOutcome::Completed);
-  EXPECT_EQ(gAnalysis().EigenValue, static_cast<Single>(trace[1].lambda));
+  EXPECT_EQ(gAnalysis().EigenValue, static_cast<Single>(t[1].lambda));
 }
 
 } // namespace

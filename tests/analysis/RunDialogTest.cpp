@@ -4,7 +4,6 @@
 #include <filesystem>
 
 #include "RunModels.h"
-#include "TestSession.h"
 #include "analysis/EigenCalculation.h"
 #include "analysis/frmAnalysisOption.h"
 #include "analysis/frmEigen.h"
@@ -12,13 +11,16 @@
 namespace velk::test {
 namespace {
 
+using Texts = std::vector<std::string>;
+
 class RunDialogTest : public SessionTest {
 protected:
   bool DeckExists() { return std::filesystem::exists(Scratch("velktempin.vlk")); }
-  static void ExpectIdle(const frmEigen& f) {
-    EXPECT_TRUE(f.cmdApplyEnabled);
-    EXPECT_FALSE(f.cmdCancelEnabled);
-    EXPECT_TRUE(f.cmdCloseEnabled);
+  // Apply, Cancel, Close enabled as given.
+  static void ExpectButtons(const frmEigen& f, bool apply, bool cancel, bool close) {
+    EXPECT_EQ(f.cmdApplyEnabled, apply);
+    EXPECT_EQ(f.cmdCancelEnabled, cancel);
+    EXPECT_EQ(f.cmdCloseEnabled, close);
   }
 };
 
@@ -28,19 +30,13 @@ TEST_F(RunDialogTest, OpensFromTheModelAndRuns) {
   gAnalysis().EigenValueEstimation = 0.5f;
   frmEigen f;
   f.Form_Load();
-  EXPECT_EQ(f.txtTitle, "Square");
-  EXPECT_EQ(f.txtDiscription, "No Discription");
-  EXPECT_EQ(f.txtRunNumber, "0");
-  EXPECT_EQ(f.txtEstimation, "0.5");
-  EXPECT_EQ(f.processreport, "Ready...");
-  ExpectIdle(f);
-
+  EXPECT_EQ(Texts({f.txtTitle, f.txtDiscription, f.txtRunNumber, f.txtEstimation, f.processreport}),
+            Texts({"Square", "No Discription", "0", "0.5", "Ready..."}));
+  ExpectButtons(f, true, false, true);
   // While it runs: Cancel alone is enabled, and the status line follows the run.
   std::vector<std::string> seen;
   host.onYield = [&] {
-    EXPECT_FALSE(f.cmdApplyEnabled);
-    EXPECT_TRUE(f.cmdCancelEnabled);
-    EXPECT_FALSE(f.cmdCloseEnabled);
+    ExpectButtons(f, false, true, false);
     seen.push_back(f.processreport);
   };
   f.txtTitle = "Run 2";
@@ -57,7 +53,7 @@ TEST_F(RunDialogTest, OpensFromTheModelAndRuns) {
   EXPECT_EQ(seen.front(), "Creating Input File...");
   EXPECT_EQ(host.progress.back(), "Buckling Analysis Completes...");
   EXPECT_EQ(f.processreport, "Ready..."); // the end text stands only until the run returns
-  ExpectIdle(f);
+  ExpectButtons(f, true, false, true);
   EXPECT_FALSE(f.Unloaded);
   f.cmdClose_Click();
   EXPECT_TRUE(f.Unloaded);
@@ -72,14 +68,11 @@ TEST_F(RunDialogTest, EstimateMustBeNumericAndNothingIsStoredOtherwise) {
     host.messages.clear();
     f.txtEstimation = bad;
     f.cmdApply_Click();
-    EXPECT_EQ(host.Texts(), std::vector<std::string>{"Input Data Error : Numbers!"}) << bad;
+    EXPECT_EQ(host.Texts(), Texts{"Input Data Error : Numbers!"}) << bad;
   }
   EXPECT_EQ(gAnalysis().Title, "No Title");
   EXPECT_FALSE(DeckExists());
-
-  // "1e3" is a number; with it the run goes on (and its result is shown).
-  host.messages.clear();
-  f.txtEstimation = "1e3";
+  f.txtEstimation = "1e3"; // a number: the run goes on
   f.cmdApply_Click();
   EXPECT_EQ(gAnalysis().EigenValueEstimation, 1000.0f);
   EXPECT_TRUE(DeckExists());
@@ -93,20 +86,20 @@ TEST_F(RunDialogTest, TooSmallModelsAndLongTexts) {
   f.Form_Load();
   f.txtTitle = std::string(70, 'T');
   f.cmdApply_Click();
-  EXPECT_EQ(host.Texts(), std::vector<std::string>{"Error..."});
+  EXPECT_EQ(host.Texts(), Texts{"Error..."});
   EXPECT_FALSE(DeckExists());
   EXPECT_EQ(gAnalysis().Title.size(), frmEigen::kTitleLimit);
-  ExpectIdle(f);
-
+  ExpectButtons(f, true, false, true);
   // Four nodes on no element: the deck is written with zero counts and the
   // computation fails.
   m.Nodes().Add(4, 0, 4, "4");
   host.messages.clear();
   f.cmdApply_Click();
   EXPECT_TRUE(DeckExists());
-  EXPECT_EQ(host.Texts(), std::vector<std::string>{"Error!"});
+  EXPECT_EQ(host.Texts(), Texts{"Error!"});
+  EXPECT_EQ(host.progress.back(), "Error!...");
   EXPECT_EQ(f.processreport, "Ready...");
-  ExpectIdle(f);
+  ExpectButtons(f, true, false, true);
 }
 
 TEST_F(RunDialogTest, CancelStopsAtTheNextCheckpoint) {
@@ -125,25 +118,49 @@ TEST_F(RunDialogTest, CancelStopsAtTheNextCheckpoint) {
   EXPECT_EQ(yields, 3);
   EXPECT_EQ(LastRunOutcome(), RunOutcome::Cancelled);
   EXPECT_TRUE(host.messages.empty());
-  const std::vector<std::string> tail(host.progress.end() - 2, host.progress.end());
-  EXPECT_EQ(tail, (std::vector<std::string>{"Ready...", "Process Interrupted..."}));
-  ExpectIdle(f);
-  // The next run starts with the flag cleared.
-  f.cmdApply_Click();
+  EXPECT_EQ(Texts(host.progress.end() - 2, host.progress.end()),
+            (Texts{"Ready...", "Process Interrupted..."}));
+  ExpectButtons(f, true, false, true);
+  f.cmdApply_Click(); // the next run starts with the flag cleared
   EXPECT_EQ(LastRunOutcome(), RunOutcome::Completed);
 }
 
-TEST_F(RunDialogTest, OptionsLoadAndApply) {
+TEST_F(RunDialogTest, OptionsRefuseBadValuesAndApplyGoodOnes) {
+  const std::pair<Texts, std::string> bad[] = {
+      {{"x", "8", "0.8"}, "Input Data Error : Numbers!"},
+      {{"3", "8", ""}, "Input Data Error : Numbers!"},
+      {{"0", "8", "0.8"}, "Error..."},
+      {{"3", "-2", "0.8"}, "Error..."},
+      {{"0.4", "8", "0.8"}, "Error..."},
+      {{"40000", "8", "0.8"}, "Error..."},
+  };
+  for (const auto& [fields, message] : bad) {
+    frmAnalysisOption o;
+    o.Form_Load();
+    o.txtShift = fields[0];
+    o.txtCycle = fields[1];
+    o.txtFactor = fields[2];
+    o.chktorsion = 1;
+    host.messages.clear();
+    o.cmdApply_Click();
+    EXPECT_EQ(host.Texts(), Texts{message}) << fields[0] << " " << fields[1];
+    EXPECT_FALSE(o.Unloaded);
+  }
+  { // Close leaves without storing.
+    frmAnalysisOption o;
+    o.Form_Load();
+    o.txtShift = "9";
+    o.cmdClose_Click();
+    EXPECT_TRUE(o.Unloaded);
+  }
+  EXPECT_EQ(gAnalysis().MaxShift, 3);
+  EXPECT_EQ(gAnalysis().IGSTF, vbFalse);
+
   frmAnalysisOption o;
   o.Form_Load();
-  EXPECT_EQ(o.txtShift, "3");
-  EXPECT_EQ(o.txtCycle, "8");
-  EXPECT_EQ(o.txtFactor, "0.8");
-  EXPECT_EQ(o.chkshear, 0);
-  EXPECT_EQ(o.chktorsion, 0);
-  EXPECT_TRUE(o.optOneThird);
-  EXPECT_FALSE(o.optAll);
-
+  EXPECT_EQ(Texts({o.txtShift, o.txtCycle, o.txtFactor}), Texts({"3", "8", "0.8"}));
+  EXPECT_TRUE(o.chkshear == 0 && o.chktorsion == 0);
+  EXPECT_TRUE(o.optOneThird && !o.optAll);
   o.txtShift = "2.6"; // rounds to 3
   o.txtCycle = "2.5"; // ties go to even: 2
   o.txtFactor = "-1"; // any factor is taken
@@ -159,45 +176,10 @@ TEST_F(RunDialogTest, OptionsLoadAndApply) {
   EXPECT_EQ(a.ISHEAR, vbTrue);
   EXPECT_EQ(a.IGSTF, vbFalse);
   EXPECT_EQ(a.OptionInitialB, 1);
-
   frmAnalysisOption again;
   again.Form_Load();
   EXPECT_EQ(again.chkshear, 1);
-  EXPECT_TRUE(again.optAll);
-  EXPECT_FALSE(again.optOneThird);
-}
-
-TEST_F(RunDialogTest, OptionsRefuseBadValuesAndStoreNothing) {
-  const std::pair<std::vector<std::string>, std::string> cases[] = {
-      {{"x", "8", "0.8"}, "Input Data Error : Numbers!"},
-      {{"3", "8", ""}, "Input Data Error : Numbers!"},
-      {{"0", "8", "0.8"}, "Error..."},
-      {{"3", "-2", "0.8"}, "Error..."},
-      {{"0.4", "8", "0.8"}, "Error..."},
-      {{"40000", "8", "0.8"}, "Error..."},
-  };
-  for (const auto& [fields, message] : cases) {
-    frmAnalysisOption o;
-    o.Form_Load();
-    o.txtShift = fields[0];
-    o.txtCycle = fields[1];
-    o.txtFactor = fields[2];
-    o.chktorsion = 1;
-    host.messages.clear();
-    o.cmdApply_Click();
-    EXPECT_EQ(host.Texts(), std::vector<std::string>{message}) << fields[0] << " " << fields[1];
-    EXPECT_FALSE(o.Unloaded);
-  }
-  EXPECT_EQ(gAnalysis().MaxShift, 3);
-  EXPECT_EQ(gAnalysis().IGSTF, vbFalse);
-
-  // Cancel closes without storing.
-  frmAnalysisOption o;
-  o.Form_Load();
-  o.txtShift = "9";
-  o.cmdClose_Click();
-  EXPECT_TRUE(o.Unloaded);
-  EXPECT_EQ(gAnalysis().MaxShift, 3);
+  EXPECT_TRUE(again.optAll && !again.optOneThird);
 }
 
 } // namespace

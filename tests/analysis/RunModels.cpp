@@ -2,6 +2,8 @@
 
 #include <stdexcept>
 
+#include "analysis/Deck.h"
+#include "analysis/EigenCalculation.h"
 #include "mesh/frmBeamShape.h"
 
 namespace velk::test {
@@ -78,6 +80,40 @@ void Girder_In_Bending() {
   GridNode(nx, 0).XLoad = force;
   for (const auto& node : gMesh().Nodes())
     node->UpdatePropertyDefined();
+}
+
+void One_Plate(int nodesX, int nodesY) {
+  Mesh& m = gMesh();
+  const float xy[4][2] = {{0, 0}, {10, 0}, {10, 10}, {0, 10}};
+  for (int i = 0; i < 4; ++i)
+    m.Nodes().Add(xy[i][0], xy[i][1], i + 1, std::to_string(i + 1));
+  m.Nodes().SetNumberNodesX(static_cast<Integer>(nodesX));
+  m.Nodes().SetNumberNodesY(static_cast<Integer>(nodesY));
+  auto n = [&](int i) { return m.Nodes().Item(i); };
+  auto plate = m.fourNodes().Add(n(1), n(2), n(3), n(4), 1, "1");
+  plate->Thickness = 0.5f;
+  plate->UpdatePropertyDefined();
+  m.twoNodes().GeneratevID();
+  m.fourNodes().GeneratevID();
+  m.Nodes().GeneratevID();
+}
+
+double RunFixture::Run() {
+  EXPECT_EQ(Write_Deck(), 1);
+  Run_Analysis();
+  return gAnalysis().EigenValue;
+}
+
+std::vector<std::string> RunFixture::Listing() { return Lines(ReadFile(session().gTempOutFile)); }
+
+std::vector<std::string> RunFixture::Section(const std::vector<std::string>& lines,
+                                             const std::string& title) {
+  auto at = std::find(lines.begin(), lines.end(), title);
+  std::vector<std::string> rows;
+  if (at != lines.end())
+    for (++at; at != lines.end() && !at->starts_with("["); ++at)
+      rows.push_back(*at);
+  return rows;
 }
 
 } // namespace velk::test

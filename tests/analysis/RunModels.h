@@ -1,8 +1,12 @@
 #pragma once
 // Models for the run tests, built as a user would: the girder dialog for the
-// grid, then restraints, springs and loads put on the nodes.
+// grid, then restraints, springs and loads put on the nodes; and a fixture
+// that runs them and reads the listing.
+#include <algorithm>
 #include <string>
+#include <vector>
 
+#include "TestSession.h"
 #include "model/VELKMain.h"
 
 namespace velk::test {
@@ -29,5 +33,28 @@ void Stiffened_Plate(int n);
 // out of plane at both ends, under equal and opposite end moments made of
 // flange forces: the top flange in compression.
 void Girder_In_Bending();
+
+// One plate on the corners (0,0), (10,0), (10,10), (0,10), t 0.5, the four
+// nodes declared as a grid of nodesX by nodesY.
+void One_Plate(int nodesX, int nodesY);
+
+class RunFixture : public SessionTest {
+protected:
+  // A new session with the host's records cleared.
+  void Restart() {
+    Clear_Session();
+    host.messages.clear();
+    host.progress.clear();
+  }
+  // Writes the deck and runs; returns the eigenvalue stored in the model.
+  double Run();
+  std::vector<std::string> Listing();
+  static bool Has(const std::vector<std::string>& lines, const std::string& line) {
+    return std::find(lines.begin(), lines.end(), line) != lines.end();
+  }
+  // The rows under a section title, up to the next title.
+  static std::vector<std::string> Section(const std::vector<std::string>& lines,
+                                          const std::string& title);
+};
 
 } // namespace velk::test
