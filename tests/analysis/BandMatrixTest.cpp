@@ -99,8 +99,8 @@ TEST(BandAssemble, OverflowsOfTheBandTheRowsAndTheFreedomNumbers) {
     int dof, band, bw;
   };
   const Case cases[] = {
-      {{2, 5}, 2, 4, 4},   // B + 1; bw raised before the test against the capacity
-      {{11, 1}, 11, 0, 4}, // a row beyond R, before any column is computed
+      {{2, 5}, 2, 4, 4},    // B + 1; bw raised before the test against the capacity
+      {{11, 1}, 11, 0, 4},  // a row beyond R, before any column is computed
       {{1, 11}, 1, 11, 11}, // the second freedom beyond R
   };
   for (const Case& c : cases) {
@@ -250,7 +250,7 @@ TEST(BandFactor, ZeroPivotIsADivisionByZeroAndZeroOverZeroAnOverflow) {
     int n, bw, fault;
   };
   Case cases[] = {
-      {"zero pivot", small(1), 3, 2, errDivByZero},  {"0 / 0", small(0), 3, 2, errOverflow},
+      {"zero pivot", small(1), 3, 2, errDivByZero},   {"0 / 0", small(0), 3, 2, errOverflow},
       {"later block", later(1), n, bw, errDivByZero}, {"later 0 / 0", later(0), n, bw, errOverflow},
       {"overflow", huge, 3, 2, errOverflow},          {"block overflow", wide, n, bw, errOverflow},
       {"bw beyond B", huge, 3, 3, errSubscript},

@@ -2,8 +2,8 @@
 // reader generates points and elements from run records.
 #include <gtest/gtest.h>
 
-#include "SymmetricEigen.h"
 #include "RunModels.h"
+#include "SymmetricEigen.h"
 #include "analysis/Deck.h"
 
 namespace velk::test {
@@ -150,9 +150,9 @@ TEST(DeckReaderTest, BadDecksFailWithTheirKinds) {
     long rows, points;
     int fault;
   } cases[] = {
-      {"1,40000,1,0,0,0,0\r\n", 3, 1, errOverflow},      // beyond 16 bits
-      {"1,1,1,0,0,0,0\r\n", 6, 2, errInputPastEnd},      // short deck
-      {"7,7,1,0,0,0,0\r\n", 6, 1, errSubscript},         // node beyond the arrays
+      {"1,40000,1,0,0,0,0\r\n", 3, 1, errOverflow},     // beyond 16 bits
+      {"1,1,1,0,0,0,0\r\n", 6, 2, errInputPastEnd},     // short deck
+      {"7,7,1,0,0,0,0\r\n", 6, 1, errSubscript},        // node beyond the arrays
       {"1,1,1,\"x\",0,0,0\r\n", 6, 1, errTypeMismatch}, // text for a number
   };
   for (const auto& c : cases)
@@ -164,7 +164,9 @@ TEST(DeckReaderTest, BadDecksFailWithTheirKinds) {
               c.fault)
         << c.deck;
   // The run counter steps past 32767 after its last point.
-  EXPECT_EQ(FaultOf([] { For_Run(RunRecord{32766, 32767, 1}, [](Integer, Integer) {}); }),
+  EXPECT_EQ(FaultOf([] {
+              For_Run(RunRecord{32766, 32767, 1}, [](Integer, Integer) {});
+            }),
             errOverflow);
 }
 

@@ -89,8 +89,8 @@ TEST(PlateElements, RigidMotionsAreTheOnlyZeroModes) {
     ExpectZeroModes(Membrane(x, y), {tx, ty, rot}, 1e-9, 1e-3);
     const Field px = [](double a, double) { return a; }, py = [](double, double b) { return b; };
     ExpectZeroModes(Bending(x, y),
-                    {CornerFreedoms(x, y, kOne, kZero, kZero), CornerFreedoms(x, y, px, kOne, kZero),
-                     CornerFreedoms(x, y, py, kZero, kOne)},
+                    {CornerFreedoms(x, y, kOne, kZero, kZero),
+                     CornerFreedoms(x, y, px, kOne, kZero), CornerFreedoms(x, y, py, kZero, kOne)},
                     1e-10, 1e-4);
   }
 }
@@ -115,7 +115,8 @@ TEST(PlateElements, ConstantStrainAndCurvatureStoreTheExactEnergy) {
     const Dense K = Bending(x, y, t, E, nu);
     const double A = 0.5 * ((x[0] - x[2]) * (y[1] - y[3]) - (x[1] - x[3]) * (y[0] - y[2]));
     const auto bend = CornerFreedoms(
-        x, y, [](double a, double) { return a * a / 2; }, [](double a, double) { return a; }, kZero);
+        x, y, [](double a, double) { return a * a / 2; }, [](double a, double) { return a; },
+        kZero);
     EXPECT_NEAR(Energy(K, bend), D * A / 2, 1e-9 * D * A);
     const auto twist = CornerFreedoms(
         x, y, [](double a, double b) { return a * b; }, [](double, double b) { return b; },
@@ -225,17 +226,26 @@ TEST(StiffenerMembrane, BarResistsStretchAlongItsAxisOnly) {
 
 TEST(StiffenerBending, ClassicalBeamPlusTorsionAlongXAndY) {
   const double t = 0.5, w = 4, E = 29000, nu = 0.3, EI = w * w * w * E * t / 12;
-  const double T10 = t * t * t * E * w * (1 - 0.63 * t / w) / ((1 + nu) * 6 * 10), T8 = T10 * 10 / 8;
+  const double T10 = t * t * t * E * w * (1 - 0.63 * t / w) / ((1 + nu) * 6 * 10),
+               T8 = T10 * 10 / 8;
   const Dense K[2] = {Beam({0, 10}, {1, 1}, t, w, 0, E, nu), Beam({2, 2}, {0, 8}, t, w, 0, E, nu)};
   // Order w1, rotation X 1, rotation Y 1, w2, ...; along X w' = -rotation Y,
   // along Y the beam twists about Y.
   const struct {
     int beam, i, j;
     double value;
-  } entries[] = {{0, 0, 0, 12 * EI / 1000}, {0, 0, 2, -6 * EI / 100}, {0, 0, 3, -12 * EI / 1000},
-                 {0, 0, 5, -6 * EI / 100},  {0, 2, 2, 4 * EI / 10},   {0, 2, 5, 2 * EI / 10},
-                 {0, 2, 3, 6 * EI / 100},   {0, 1, 1, T10},           {0, 1, 4, -T10},
-                 {1, 0, 1, 6 * EI / 64},    {1, 1, 1, 4 * EI / 8},    {1, 2, 2, T8},
+  } entries[] = {{0, 0, 0, 12 * EI / 1000},
+                 {0, 0, 2, -6 * EI / 100},
+                 {0, 0, 3, -12 * EI / 1000},
+                 {0, 0, 5, -6 * EI / 100},
+                 {0, 2, 2, 4 * EI / 10},
+                 {0, 2, 5, 2 * EI / 10},
+                 {0, 2, 3, 6 * EI / 100},
+                 {0, 1, 1, T10},
+                 {0, 1, 4, -T10},
+                 {1, 0, 1, 6 * EI / 64},
+                 {1, 1, 1, 4 * EI / 8},
+                 {1, 2, 2, T8},
                  {1, 2, 5, -T8}};
   for (const auto& e : entries)
     EXPECT_NEAR(K[e.beam][e.i][e.j], e.value, 1e-9) << e.beam << ": " << e.i << "," << e.j;
@@ -297,14 +307,34 @@ TEST(StiffenerGeometric, AxialForceActsOnDeflectionsAndTorsionOptionOnAxialRotat
 TEST(ElementFaults, DegenerateGeometryIsADivisionByZero) {
   ElementMatrix K;
   const std::pair<const char*, std::function<void()>> cases[] = {
-      {"plate on a line", [&] { Plate_Membrane({0, 1, 2, 3}, {0, 1, 2, 3}, 0.5, 29000, 0.3, K); }},
-      {"corner on the centre", [&] { Plate_Bending(29000, 0.3, 0.5, {0, 1, 2, 1}, {0, 1, 2, 1}, K); }},
-      {"flat triangle", [] { Triangle_Geometric({0, 1, 2}, {0, 1, 2}, 1, 1, 0, 0); }},
-      {"bar of no length", [&] { Stiffener_Membrane({3, 3}, {1, 1}, 0.5, 4, 29000, K); }},
-      {"beam of no width", [] { Beam({0, 10}, {0, 0}, 0.5, 0, 0); }},
-      {"beam of no length", [] { Beam({2, 2}, {1, 1}, 0.5, 4, 0); }},
+      {"plate on a line",
+       [&] {
+         Plate_Membrane({0, 1, 2, 3}, {0, 1, 2, 3}, 0.5, 29000, 0.3, K);
+       }},
+      {"corner on the centre",
+       [&] {
+         Plate_Bending(29000, 0.3, 0.5, {0, 1, 2, 1}, {0, 1, 2, 1}, K);
+       }},
+      {"flat triangle",
+       [] {
+         Triangle_Geometric({0, 1, 2}, {0, 1, 2}, 1, 1, 0, 0);
+       }},
+      {"bar of no length",
+       [&] {
+         Stiffener_Membrane({3, 3}, {1, 1}, 0.5, 4, 29000, K);
+       }},
+      {"beam of no width",
+       [] {
+         Beam({0, 10}, {0, 0}, 0.5, 0, 0);
+       }},
+      {"beam of no length",
+       [] {
+         Beam({2, 2}, {1, 1}, 0.5, 4, 0);
+       }},
       {"geometric of no length",
-       [&] { Stiffener_Geometric({2, 2}, {1, 1}, 0.5, 4, 29000, 0, {0, 0}, {0, 0}, K); }},
+       [&] {
+         Stiffener_Geometric({2, 2}, {1, 1}, 0.5, 4, 29000, 0, {0, 0}, {0, 0}, K);
+       }},
   };
   for (const auto& [name, action] : cases)
     EXPECT_EQ(FaultOf(action), errDivByZero) << name;

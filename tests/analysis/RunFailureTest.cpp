@@ -82,9 +82,9 @@ TEST_F(RunEndTest, BandOverflowIsListedAndEndsTheRun) {
   EXPECT_EQ(host.progress.back(), "Creating Stiffness Matrix for Buckling Analysis...");
   const auto l = Listing();
   ASSERT_GE(l.size(), 3u);
-  EXPECT_EQ(Texts(l.end() - 3, l.end()), (Texts{"Dimension of Stiffness Matrix EXCEEDED",
-                                                "Degree of Freedom Number  =  1 ",
-                                                "Band Width                =  10 "}));
+  EXPECT_EQ(Texts(l.end() - 3, l.end()),
+            (Texts{"Dimension of Stiffness Matrix EXCEEDED", "Degree of Freedom Number  =  1 ",
+                   "Band Width                =  10 "}));
 }
 
 TEST_F(RunEndTest, CancelKeepsTheEarlierResults) {

@@ -104,7 +104,9 @@ double RunFixture::Run() {
   return gAnalysis().EigenValue;
 }
 
-std::vector<std::string> RunFixture::Listing() { return Lines(ReadFile(session().gTempOutFile)); }
+std::vector<std::string> RunFixture::Listing() {
+  return Lines(ReadFile(session().gTempOutFile));
+}
 
 std::vector<std::string> RunFixture::Section(const std::vector<std::string>& lines,
                                              const std::string& title) {

@@ -98,10 +98,8 @@ TEST_F(RunTest, PlateResultsGoIntoTheModelAndTheListing) {
 
   const auto l = Listing();
   ASSERT_GT(l.size(), 20u);
-  const std::string head[] = {"[Output Starts]",
-                              "Title:Plate",
-                              "Problem Discription:No Discription",
-                              "Run ID:0",
+  const std::string head[] = {"[Output Starts]", "Title:Plate",
+                              "Problem Discription:No Discription", "Run ID:0",
                               "Num. of Plate Elements" + std::string(27, ' ') + " 16 "};
   for (int i = 0; i < 5; ++i)
     EXPECT_EQ(l[i], head[i]);
@@ -117,7 +115,8 @@ TEST_F(RunTest, PlateResultsGoIntoTheModelAndTheListing) {
   ASSERT_GE(plates.size(), 2u);
   EXPECT_EQ(plates[0],
             "Number        Node1         Node2          Node3        Node4         Thickness");
-  EXPECT_EQ(plates[1], " 1             1             6             7             2             .1 ");
+  EXPECT_EQ(plates[1],
+            " 1             1             6             7             2             .1 ");
   const auto loads = Section(l, "[Loads]");
   ASSERT_EQ(loads.size(), 6u);
   EXPECT_EQ(loads[1], " 21           -1.25          0 ");
