@@ -61,7 +61,26 @@ public:
   virtual void Progress(const std::string& /*text*/) {}
 };
 
-// The installed host; never null (a silent host stands in when none is set).
+// A host without a window: shows nothing and answers every question with its
+// first button (OK, Yes, Abort's Ignore, Retry), input with its default text,
+// and file dialogs with cancel. Hosts that only report derive from it.
+class QuietHost : public Host {
+public:
+  int MsgBox(const std::string&, int buttons, const std::string&) override {
+    return DefaultAnswer(buttons);
+  }
+  std::optional<std::string> InputBox(const std::string&, const std::string&,
+                                      const std::string& defaultText) override {
+    return defaultText;
+  }
+  bool ShowOpen(FileDialog&) override { return false; }
+  bool ShowSave(FileDialog&) override { return false; }
+  void SetBusy(bool) override {}
+  void Yield() override {}
+  static int DefaultAnswer(int buttons);
+};
+
+// The installed host; never null (a quiet host stands in when none is set).
 Host& host();
 void InstallHost(Host* h); // nullptr restores the silent host
 

@@ -5,20 +5,15 @@
 
 #include <gtest/gtest.h>
 
+#include "FaultOf.h"
+
 #include <filesystem>
 #include <string>
 
 namespace velk {
 namespace {
 
-template <class Fn> int FaultOf(Fn&& fn) {
-  try {
-    fn();
-  } catch (const Fault& f) {
-    return f.number();
-  }
-  return 0;
-}
+using test::FaultOf;
 
 TEST(TextFile, WrittenFieldsHaveTheirLayoutAndReadBack) {
   std::string sink;

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include "FaultOf.h"
+
 #include <cfloat>
 #include <clocale>
 #include <cmath>
@@ -18,14 +20,7 @@
 namespace velk {
 namespace {
 
-template <class Fn> int FaultOf(Fn&& fn) {
-  try {
-    fn();
-  } catch (const Fault& f) {
-    return f.number();
-  }
-  return 0;
-}
+using test::FaultOf;
 
 TEST(TextRules, IsNumericDecidesOnTheWholeText) {
   for (const char* t :

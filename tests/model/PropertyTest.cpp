@@ -7,20 +7,15 @@
 
 #include <gtest/gtest.h>
 
+#include "FaultOf.h"
+
 #include <functional>
 #include <memory>
 
 namespace velk {
 namespace {
 
-template <class Fn> int FaultOf(Fn&& fn) {
-  try {
-    fn();
-  } catch (const Fault& f) {
-    return f.number();
-  }
-  return 0;
-}
+using test::FaultOf;
 
 TEST(Property, NodeFlagsFollowTheFields) {
   struct Case {

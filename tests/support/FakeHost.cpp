@@ -9,13 +9,7 @@ int FakeHost::MsgBox(const std::string& text, int buttons, const std::string& ti
     msgAnswers.pop_front();
     return a;
   }
-  switch (buttons & 7) {
-  case vbYesNo:
-  case vbYesNoCancel:
-    return vbYes;
-  default:
-    return vbOK;
-  }
+  return QuietHost::DefaultAnswer(buttons);
 }
 
 std::optional<std::string> FakeHost::InputBox(const std::string&, const std::string&,

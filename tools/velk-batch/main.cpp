@@ -47,33 +47,15 @@ const char* kUsage =
 
 // Every message the logic shows goes to one stream, one line each; questions
 // take their first answer (OK, Yes).
-class BatchHost final : public Host {
+class BatchHost final : public QuietHost {
 public:
   explicit BatchHost(std::ostream& out) : out_(out) {}
   int MsgBox(const std::string& text, int buttons, const std::string&) override {
     out_ << text << '\n';
     ++messages;
     last = text;
-    switch (buttons & 7) {
-    case vbYesNo:
-    case vbYesNoCancel:
-      return vbYes;
-    case vbRetryCancel:
-      return vbRetry;
-    case vbAbortRetryIgnore:
-      return vbIgnore;
-    default:
-      return vbOK;
-    }
+    return DefaultAnswer(buttons);
   }
-  std::optional<std::string> InputBox(const std::string&, const std::string&,
-                                      const std::string& d) override {
-    return d;
-  }
-  bool ShowOpen(FileDialog&) override { return false; }
-  bool ShowSave(FileDialog&) override { return false; }
-  void SetBusy(bool) override {}
-  void Yield() override {}
   int messages = 0;
   std::string last; // the last message shown
 
