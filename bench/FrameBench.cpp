@@ -22,12 +22,7 @@
 using namespace velk;
 
 int main(int argc, char** argv) {
-  QSurfaceFormat fmt;
-  fmt.setProfile(QSurfaceFormat::CompatibilityProfile);
-  fmt.setVersion(2, 1);
-  fmt.setDepthBufferSize(24);
-  fmt.setSamples(0);
-  QSurfaceFormat::setDefaultFormat(fmt);
+  GLView::SetDefaultFormat();
   QApplication app(argc, argv);
   QTemporaryDir dir;
   SetProgramFolder(dir.path().toStdString());

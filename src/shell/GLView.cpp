@@ -11,9 +11,20 @@
 #include <QMouseEvent>
 #include <QOpenGLContext>
 #include <QPainter>
+#include <QSurfaceFormat>
 #include <vector>
 
 namespace velk {
+
+void GLView::SetDefaultFormat() {
+  QSurfaceFormat fmt;
+  fmt.setProfile(QSurfaceFormat::CompatibilityProfile);
+  fmt.setVersion(2, 1);
+  fmt.setDepthBufferSize(24);
+  fmt.setSwapBehavior(QSurfaceFormat::DoubleBuffer);
+  fmt.setSamples(0);
+  QSurfaceFormat::setDefaultFormat(fmt);
+}
 
 GLView::GLView(QWidget* parent) : QOpenGLWidget(parent) {
   setMouseTracking(true);

@@ -11,6 +11,10 @@ public:
   explicit GLView(QWidget* parent = nullptr);
   ~GLView() override;
 
+  // Fixed-function GL wants a compatibility profile with a depth buffer and no
+  // multisampling; this must be set before the first widget exists.
+  static void SetDefaultFormat();
+
   // New point size of the font; the lists are rebuilt at once.
   void UpdateFont(int pointSize);
   // Paints one frame now.

@@ -1,21 +1,15 @@
 // Main: shows the main window and sets its caption.
 #include "common/ProgramFolder.h"
 #include "model/VELKMain.h"
+#include "shell/GLView.h"
 #include "shell/QtHost.h"
 #include "shell/frmMenu.h"
 
 #include <QApplication>
-#include <QSurfaceFormat>
+#include <QOpenGLContext>
 
 int main(int argc, char** argv) {
-  // Fixed-function GL wants a compatibility profile; set before the first widget.
-  QSurfaceFormat fmt;
-  fmt.setProfile(QSurfaceFormat::CompatibilityProfile);
-  fmt.setVersion(2, 1);
-  fmt.setDepthBufferSize(24);
-  fmt.setSwapBehavior(QSurfaceFormat::DoubleBuffer);
-  fmt.setSamples(0);
-  QSurfaceFormat::setDefaultFormat(fmt);
+  velk::GLView::SetDefaultFormat();
 
   QApplication app(argc, argv);
   velk::SetProgramFolder(QCoreApplication::applicationDirPath().toStdString());
@@ -23,6 +17,12 @@ int main(int argc, char** argv) {
   velk::InstallHost(&host);
   velk::frmMenu menu;
   host.SetParent(&menu);
+  // Without a GL context there is nothing to draw on: say so and end at once.
+  QOpenGLContext probe;
+  if (!probe.create()) {
+    velk::MsgBox("ChoosePixelFormat failed");
+    return 1;
+  }
   menu.show();
   velk::SetCaption("VELK V1.4.0: No Title");
   int rc = app.exec();

@@ -4,6 +4,7 @@
 #include "FakeHost.h"
 #include "common/ProgramFolder.h"
 #include "model/VELKMain.h"
+#include "shell/GLView.h"
 #include "shell/frmMenu.h"
 
 #include <QDir>
@@ -14,13 +15,7 @@
 namespace velk::test {
 
 inline void SetDefaultSurface() {
-  QSurfaceFormat fmt;
-  fmt.setProfile(QSurfaceFormat::CompatibilityProfile);
-  fmt.setVersion(2, 1);
-  fmt.setDepthBufferSize(24);
-  fmt.setSwapBehavior(QSurfaceFormat::DoubleBuffer);
-  fmt.setSamples(0);
-  QSurfaceFormat::setDefaultFormat(fmt);
+  GLView::SetDefaultFormat();
 }
 
 struct ShellSession {
