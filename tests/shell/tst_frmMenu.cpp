@@ -10,6 +10,7 @@
 #include "shell/HelpWindow.h"
 #include "view/View.h"
 
+#include <GL/gl.h>
 #include <QAction>
 #include <QCheckBox>
 #include <QLabel>
@@ -63,6 +64,7 @@ private slots:
   void runDialogRunsAnExampleAndShowsTheEigenvalue();
   void optionDialogStoresAndRefuses();
   void pointerOverTheModelShowsItsCoordinates();
+  void cameraMatricesAreThoseGLBuilds();
 };
 
 void tst_frmMenu::startsWithTheCaptionAndNoMessageButTheMissingSettings() {
@@ -359,6 +361,53 @@ void tst_frmMenu::pointerOverTheModelShowsItsCoordinates() {
   s.menu->mnuTranslate_Click();
   s.menu->ShowCoordinatesAt(mouse); // another tool: no coordinates
   QVERIFY(s.menu->Panel("y")->text().isEmpty());
+}
+
+// The view computes its matrices without GL; they must be what the GL calls
+// of the design build, in actual and in fit view, turned and panned.
+void tst_frmMenu::cameraMatricesAreThoseGLBuilds() {
+  ShellSession s;
+  GenerateDefaultGirder(*s.menu);
+  View& v = gView();
+  for (int fit = 0; fit <= 1; ++fit) {
+    if (fit) s.menu->mnuView_Window_Click();
+    v.ViewRX = 25;
+    v.ViewRY = -40;
+    v.ViewRZ = 0.01;
+    v.ViewZoom = 1.7f;
+    v.ViewX = 3.5;
+    v.ViewY = -2;
+    v.Draw_ModelView();
+    v.Draw_Projection();
+    s.menu->Surface()->makeCurrent();
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    glOrtho(v.SLimitX0, v.SLimitX1, v.SLimitY0, v.SLimitY1, -v.SLimitZ0, -v.SLimitZ1);
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+    glTranslatef(static_cast<float>(v.SLimitCX), v.SLimitCY, 0);
+    glRotatef(static_cast<float>(v.ViewRX), 0, 1, 0);
+    glRotatef(static_cast<float>(v.ViewRY), 1, 0, 0);
+    glRotatef(static_cast<float>(v.ViewRZ), 0, 0, 1);
+    if (fit)
+      glScalef(v.ViewZoom * v.ScreenModeFactorX * 0.8f, v.ViewZoom * v.ScreenModeFactorY * 0.7f,
+               v.ViewZoom);
+    else
+      glScalef(v.ViewZoom, v.ViewZoom, v.ViewZoom);
+    glTranslatef(static_cast<float>(v.ViewX - v.SLimitCX), static_cast<float>(v.ViewY - v.SLimitCY),
+                 0);
+    double mv[16], pr[16];
+    glGetDoublev(GL_MODELVIEW_MATRIX, mv);
+    glGetDoublev(GL_PROJECTION_MATRIX, pr);
+    s.menu->Surface()->doneCurrent();
+    for (int i = 0; i < 16; ++i) {
+      // GL keeps its matrices in 32-bit floats.
+      QVERIFY2(std::abs(mv[i] - v.ModelView[i]) <= 1e-5 * (1 + std::abs(mv[i])),
+               qPrintable(QString::number(i)));
+      QVERIFY2(std::abs(pr[i] - v.Projection[i]) <= 1e-6 * (1 + std::abs(pr[i])),
+               qPrintable(QString::number(i)));
+    }
+  }
 }
 
 int main(int argc, char** argv) {
