@@ -6,7 +6,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 seconds="${1:-60}"
-targets=(project_reader settings_reader)
+targets=(project_reader settings_reader deck_reader)
 
 CC=clang CXX=clang++ cmake -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo \
   -DVELK_FUZZ=ON -DVELK_BUILD_GUI=OFF

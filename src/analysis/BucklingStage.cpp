@@ -163,9 +163,8 @@ void Out_Of_Plane_Conditions(RunContext& run) {
       l.Begin().Int(r.first).Real(k[0]).Real(k[1]).Real(k[2]).End();
       For_Run(r, [&](Integer p, Integer) {
         for (int d = 1; d <= 3; ++d) {
-          const Integer dof = Dof_Number(p, d, 3);
-          if (dof > run.R) Raise(errSubscript);
-          run.K(dof, 1) = Finite(run.K(dof, 1) + k[d - 1]);
+          double& diagonal = Spring_Diagonal(run.K, Dof_Number(p, d, 3));
+          diagonal = Finite(diagonal + k[d - 1]);
         }
         generated = Int16(generated + 1L);
       });

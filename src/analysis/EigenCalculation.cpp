@@ -211,9 +211,10 @@ void Stage_One(RunContext& run) {
       if (kx == 0.0 && ky == 0.0) continue;
       For_Run(r, [&](Integer p, Integer) {
         const Integer u = Dof_Number(p, 1, 2), v = Dof_Number(p, 2, 2);
-        if (u > run.R || v > run.R) Raise(errSubscript);
-        run.K(u, 1) = Finite(run.K(u, 1) + kx);
-        run.K(v, 1) = Finite(run.K(v, 1) + ky);
+        double& ku = Spring_Diagonal(run.K, u);
+        double& kv = Spring_Diagonal(run.K, v);
+        ku = Finite(ku + kx);
+        kv = Finite(kv + ky);
         generated = Int16(generated + 1L);
       });
     }

@@ -48,6 +48,14 @@ struct RunCancelled {};
 // The band storage overflowed: lines and message are out, the run ends at once.
 struct RunBandOverflow {};
 
+// The diagonal entry of freedom `dof`, where a spring adds its stiffness. The
+// node of a spring record is any number the deck holds: one outside the rows
+// is a subscript fault, never a write beside the matrix.
+inline double& Spring_Diagonal(BandMatrix& M, int dof) {
+  if (dof < 1 || dof > M.Rows()) Raise(errSubscript);
+  return M(dof, 1);
+}
+
 // Yields to the host; on cancel reports "Ready..." and throws RunCancelled.
 void Checkpoint();
 

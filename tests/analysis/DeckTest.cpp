@@ -5,6 +5,7 @@
 #include "RunModels.h"
 #include "SymmetricEigen.h"
 #include "analysis/Deck.h"
+#include "analysis/EigenCalculation.h"
 
 namespace velk::test {
 namespace {
@@ -101,6 +102,57 @@ TEST_F(DeckTest, ObjectsOutsideTheStructureHaveNoRecord) {
   EXPECT_EQ(lines[9], "1,1,1,1,1,2");
   EXPECT_EQ(lines[10], "1,1,1,.5");
   EXPECT_EQ(lines[11], "1,1,1,.5,2");
+}
+
+TEST_F(DeckTest, SpringsOnNodesOutsideTheModelFailTheRun) {
+  // The plate's own deck with one spring record added, in-plane or out of
+  // plane. A node number below 1 once had the run write beside its stiffness
+  // matrix; one beyond the rows was refused already. Either is the general
+  // failure, and the eigenvalue of an earlier run stays; a spring on a node of
+  // the model runs through.
+  Simply_Supported_Plate(2);
+  ASSERT_EQ(Write_Deck(), 1);
+  const auto lines = Lines(ReadFile(session().gTempInFile));
+  DeckReader head(lines[2]);
+  const DeckCounts c = Read_Counts(head);
+  ASSERT_EQ(c.points, 9); // 27 rows: node 14 is the first beyond them in-plane, 10 out of plane
+  ASSERT_EQ(c.inPlaneSprings + c.outSprings, 0);
+  const std::size_t inPlaneEnd =
+      4 + c.points + 2 * (c.plates + c.stiffeners) + c.loads + c.inPlaneBoundary;
+  const struct {
+    bool inPlane;
+    const char* record;
+    bool fails;
+  } cases[] = {
+      {true, "5,5,1,7,7", false},   {true, "0,0,1,7,7", true},      {true, "-3,-3,1,7,0", true},
+      {true, "-1,2,1,0,7", true},   {true, "14,14,1,7,7", true},    {false, "5,5,1,7,7,7", false},
+      {false, "0,0,1,7,0,0", true}, {false, "-2,-2,1,0,0,7", true}, {false, "10,10,1,7,0,0", true},
+  };
+  for (const auto& k : cases) {
+    std::string deck;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+      if (i == 2) {
+        for (int count :
+             std::initializer_list<int>{c.plates, c.stiffeners, c.points, c.loads,
+                                        c.inPlaneBoundary, k.inPlane ? 1 : 0, c.outBoundary})
+          deck += std::to_string(count) + ",";
+        deck += k.inPlane ? "0\r\n" : "1\r\n";
+        continue;
+      }
+      deck += lines[i] + "\r\n";
+      if (k.inPlane && i + 1 == inPlaneEnd) deck += std::string(k.record) + "\r\n";
+    }
+    if (!k.inPlane) deck += std::string(k.record) + "\r\n";
+    WriteFile(session().gTempInFile, deck);
+    gAnalysis().EigenValue = 0.5f;
+    host.messages.clear();
+    Run_Analysis();
+    EXPECT_EQ(LastRunOutcome(), k.fails ? RunOutcome::Failed : RunOutcome::Completed) << k.record;
+    if (!k.fails) continue;
+    EXPECT_EQ(host.Texts(), std::vector<std::string>{"Error!"}) << k.record;
+    EXPECT_EQ(host.progress.back(), "Error!...");
+    EXPECT_EQ(gAnalysis().EigenValue, 0.5f);
+  }
 }
 
 RunArrays Sized(long rows, long plates, long stiffeners) {
