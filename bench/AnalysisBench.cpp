@@ -11,8 +11,9 @@
 #include "analysis/EigenCalculation.h"
 #include "common/Host.h"
 #include "common/ProgramFolder.h"
-#include "mesh/frmBeamShape.h"
-#include "model/VELKMain.h"
+#include "mesh/GirderBuilder.h"
+#include "session/AnalysisRun.h"
+#include "session/VELKMain.h"
 
 #include <algorithm>
 #include <chrono>
@@ -57,16 +58,9 @@ public:
 // at both ends, under equal and opposite end moments made of flange forces.
 bool Girder(int nx, int ny) {
   Clear_Session();
-  frmBeamShape f;
-  f.Form_Activate();
-  f.txtNumXElements = std::to_string(nx);
-  f.txtNumYElements = std::to_string(ny);
-  f.cmdGenerate_Click();
-  if (!f.Unloaded) return false;
+  Build_Girder(gBeamShape(), nx, ny, gMesh());
   Nodes& nodes = gMesh().Nodes();
-  auto node = [&](int ix, int iy) -> Nodeb& {
-    return *nodes.Item(static_cast<long>(ix) * nodes.NumberNodesY() + iy + 1);
-  };
+  auto node = [&](int ix, int iy) -> Nodeb& { return *Grid_Node(nodes, ix, iy); };
   node(0, 0).SetXTDir(1);
   node(0, 0).SetYTDir(1);
   node(nx, 0).SetYTDir(1);

@@ -2,8 +2,8 @@
 // plate and stiffener defined, a restraint, a spring and a load on every node,
 // and all numbers and values shown. Run under Xvfb: xvfb-run -a ./frame_bench
 #include "common/ProgramFolder.h"
-#include "mesh/frmBeamShape.h"
-#include "model/VELKMain.h"
+#include "forms/frmBeamShape.h"
+#include "session/VELKMain.h"
 #include "shell/GLView.h"
 #include "shell/frmMenu.h"
 #include "view/DrawModel.h"
@@ -57,7 +57,7 @@ int main(int argc, char** argv) {
     n->UpdatePropertyDefined();
   }
   gMesh().twoNodes().GeneratevID();
-  gMesh().Nodes().GeneratevID();
+  gMesh().Nodes().GeneratevID(gMesh().twoNodes(), gMesh().fourNodes());
   View& v = gView();
   v.OptionShowNodeNumber = v.OptionShowStiffenerNumber = v.OptionShowPlateNumber = vbTrue;
   v.OptionShowBoundaryValue = v.OptionShowBraceValue = v.OptionShowLoadValue = vbTrue;

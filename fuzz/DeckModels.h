@@ -2,8 +2,8 @@
 // The small models the deck fuzzer runs against, built as a user would: the
 // girder dialog for a flat 2 x 2 web, then restraints, loads and springs on its
 // nodes. The seed decks in corpus/deck_reader are Write_Deck's output for them.
-#include "mesh/frmBeamShape.h"
-#include "model/VELKMain.h"
+#include "forms/frmBeamShape.h"
+#include "session/VELKMain.h"
 
 #include <cstdlib>
 
@@ -59,9 +59,7 @@ inline void Stiffened_Web() {
   GridNode(1, 1).XRStiff = 0.5f;
   for (const auto& node : gMesh().Nodes())
     node->UpdatePropertyDefined();
-  gMesh().twoNodes().GeneratevID();
-  gMesh().fourNodes().GeneratevID();
-  gMesh().Nodes().GeneratevID();
+  gMesh().GeneratevID();
 }
 
 } // namespace velk::fuzz

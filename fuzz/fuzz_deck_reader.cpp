@@ -9,7 +9,8 @@
 #include "analysis/EigenCalculation.h"
 #include "common/Host.h"
 #include "common/ProgramFolder.h"
-#include "model/VELKMain.h"
+#include "session/AnalysisRun.h"
+#include "session/VELKMain.h"
 
 #include <sanitizer/allocator_interface.h>
 

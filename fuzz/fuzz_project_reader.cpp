@@ -3,8 +3,8 @@
 // other than by a fault. A model read whole saves to a text that reads back to
 // the same text.
 #include "common/Fault.h"
-#include "model/ProjectFile.h"
-#include "model/VELKMain.h"
+#include "session/ProjectFile.h"
+#include "session/VELKMain.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -30,7 +30,7 @@ void WorkOnTheModel() {
   m.twoNodes().GenerateCP();
   m.fourNodes().GenerateCP();
   m.fourNodes().UpdateMaxThickness();
-  m.Nodes().GeneratevID();
+  m.Nodes().GeneratevID(m.twoNodes(), m.fourNodes());
   try {
     // Numbers from the file may point anywhere; that is a fault, not a crash.
     m.Nodes().GenerateUvID();

@@ -1,7 +1,7 @@
 // Reads any bytes as the settings file. The reader never fails: damaged fields
 // give fallbacks. The options it leaves save to nine lines that read back to
 // the same lines.
-#include "model/VELKMain.h"
+#include "session/VELKMain.h"
 
 #include <cstddef>
 #include <cstdint>

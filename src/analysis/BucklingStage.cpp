@@ -12,14 +12,12 @@
 #include "analysis/PlateGeometric.h"
 #include "analysis/RunContext.h"
 #include "analysis/StiffenerBending.h"
-#include "model/VELKMain.h"
 
 namespace velk {
 
 namespace {
 
-Nodeb& ModelNode(Integer analysisNode) {
-  Nodes& nodes = gMesh().Nodes();
+Nodeb& ModelNode(const Nodes& nodes, Integer analysisNode) {
   return *nodes.Item(nodes.Item(analysisNode)->UvID);
 }
 
@@ -30,8 +28,7 @@ void Add(Single& field, double value) {
 
 // Plain average over the plate corners that meet at each node, then von Mises
 // from the averaged components.
-void Node_Averages() {
-  Nodes& nodes = gMesh().Nodes();
+void Node_Averages(const Nodes& nodes) {
   for (const auto& n : nodes) {
     if (n->NCP == 0) continue;
     n->Sx = CSng(static_cast<double>(n->Sx) / n->NCP);
@@ -48,7 +45,7 @@ void Node_Averages() {
 void Plates(RunContext& run) {
   const RunArrays& a = run.a;
   Listing& l = *run.list;
-  for (const auto& n : gMesh().Nodes()) {
+  for (const auto& n : run.mesh->Nodes()) {
     n->Sx = n->Sy = n->SXY = 0;
     n->NCP = 0;
   }
@@ -81,7 +78,7 @@ void Plates(RunContext& run) {
             .Formatted(s.Sy[k - 1], "0.00E+00")
             .Formatted(s.Sxy, "0.00E+00")
             .End();
-      Nodeb& node = ModelNode(p);
+      Nodeb& node = ModelNode(run.mesh->Nodes(), p);
       Add(node.Sx, s.Sx[k - 1]);
       Add(node.Sy, s.Sy[k - 1]);
       Add(node.SXY, s.Sxy);
@@ -93,13 +90,13 @@ void Plates(RunContext& run) {
     Assemble(run, run.Ke, run.K, dofs);
     Checkpoint();
   }
-  Node_Averages();
+  Node_Averages(run.mesh->Nodes());
 }
 
 void Stiffeners(RunContext& run) {
   const RunArrays& a = run.a;
   Listing& l = *run.list;
-  twoNodes& model = gMesh().twoNodes();
+  twoNodes& model = run.mesh->twoNodes();
   if (run.Detail()) {
     l.Line("[Stress: Beam Element]");
     l.Begin().Text("Number").Text("Sx").End();
@@ -196,7 +193,7 @@ void Buckling_Stage(RunContext& run) {
   Checkpoint();
   double lambda = 0.0;
   Buckling_Iteration(run.K, run.Kg, run.Iterate.Data(), run.F.Data(), run.bw, points, *run.list,
-                     lambda);
+                     *run.analysis, run.mesh->Nodes(), lambda);
   Checkpoint();
   run.list->Line("[Output Ends]");
 }

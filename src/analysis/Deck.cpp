@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "common/ProgramFolder.h"
-#include "model/VELKMain.h"
 
 namespace velk {
 
@@ -69,16 +68,15 @@ std::string TemporaryFolder() {
   return FolderSetting().empty() ? WritableFolder() : FolderSetting();
 }
 
-Integer Write_Deck() {
-  Session& s = session();
+Integer Write_Deck(Mesh& mesh, const Material& material, const Analysis& analysis,
+                   std::string& inFile, std::string& outFile) {
   try {
     const std::string folder = TemporaryFolder();
-    s.gTempInFile = JoinPath(folder, kDeckFileName);
-    s.gTempOutFile = JoinPath(folder, kListingFileName);
+    inFile = JoinPath(folder, kDeckFileName);
+    outFile = JoinPath(folder, kListingFileName);
 
-    OutFile file(s.gTempInFile);
+    OutFile file(inFile);
     FieldWriter out(file);
-    Mesh& mesh = gMesh();
     Nodes& nodes = mesh.Nodes();
     twoNodes& stiffeners = mesh.twoNodes();
     fourNodes& plates = mesh.fourNodes();
@@ -92,7 +90,7 @@ Integer Write_Deck() {
     for (const auto& e : stiffeners)
       nStiff += e->vID != 0;
 
-    const Analysis& a = gAnalysis();
+    const Analysis& a = analysis;
     out.Text(a.Title);
     out.EndLine();
     out.Text(a.Discription);
@@ -103,8 +101,8 @@ Integer Write_Deck() {
                    CountNodes(nodes, IsOutBoundary), CountNodes(nodes, IsOutSpring)})
       out.Integer(c);
     out.EndLine();
-    out.Single(gMaterial().MOE);
-    out.Single(gMaterial().PR);
+    out.Single(material.MOE);
+    out.Single(material.PR);
     out.EndLine();
 
     // Points: only x and y; the plate lies in the analysis's X-Y plane.

@@ -9,6 +9,9 @@
 #include "analysis/RunArrays.h"
 #include "common/TextFile.h"
 #include "common/TextRules.h"
+#include "model/Analysis.h"
+#include "model/Material.h"
+#include "model/Mesh.h"
 
 namespace velk {
 
@@ -20,10 +23,12 @@ constexpr const char* kListingFileName = "velktempout.vlk";
 void SetTemporaryFolder(const std::string& folder);
 std::string TemporaryFolder();
 
-// Writes the deck from the session objects and sets gTempInFile and
-// gTempOutFile. Returns 1 when the deck is complete, 0 when anything failed
-// (the deck is then closed as far as it got).
-Integer Write_Deck();
+// Writes the deck of the model and names the run's two files: `inFile` the
+// deck, `outFile` the listing, both in TemporaryFolder(). Returns 1 when the
+// deck is complete, 0 when anything failed (the deck is then closed as far as
+// it got).
+Integer Write_Deck(Mesh& mesh, const Material& material, const Analysis& analysis,
+                   std::string& inFile, std::string& outFile);
 
 // The reader side. Every integer field is a 16-bit value (beyond it: overflow);
 // every real is parsed to the double nearest to its text. The end of the deck

@@ -7,7 +7,6 @@
 #include "analysis/RunContext.h"
 #include "analysis/StiffenerMembrane.h"
 #include "common/Host.h"
-#include "model/VELKMain.h"
 
 namespace velk {
 
@@ -17,7 +16,7 @@ RunOutcome gLastOutcome = RunOutcome::NotRun;
 
 // Start of a run: arrays from the model's compact counts, options copied.
 void Size_Arrays(RunContext& run) {
-  Mesh& mesh = gMesh();
+  Mesh& mesh = *run.mesh;
   const Integer P = Int16(mesh.Nodes().MaxvID);
   const Integer S = Int16(mesh.twoNodes().MaxvID);
   const Integer Q = Int16(mesh.fourNodes().MaxvID);
@@ -234,7 +233,7 @@ void Stage_One(RunContext& run) {
   Checkpoint();
 
   // Results into the model, by the backward numbering.
-  Nodes& nodes = gMesh().Nodes();
+  Nodes& nodes = run.mesh->Nodes();
   if (run.Detail()) {
     l.Line("[Displacement: In-Plane]");
     l.Begin().Text("Node Number").Text("X Disp.").Text("Y Disp.").End();
@@ -304,22 +303,25 @@ void Assemble(RunContext& run, const ElementMatrix& Ke, BandMatrix& M,
   throw RunBandOverflow{};
 }
 
-void Run_Analysis() {
+void Run_Analysis(Mesh& mesh, Analysis& analysis, const std::string& inFile,
+                  const std::string& outFile) {
   gLastOutcome = RunOutcome::Failed;
   auto run = std::make_unique<RunContext>();
+  run->mesh = &mesh;
+  run->analysis = &analysis;
   try {
     Size_Arrays(*run);
     AnalysisCancel = 0;
     DimensionExceeded = 0;
-    const Analysis& options = gAnalysis();
+    const Analysis& options = analysis;
     run->PrintLevel = options.OutputOption;
     run->TorsionStiffFlag = options.IGSTF;
     run->ShearFlag = options.ISHEAR;
 
     Report_Progress("Creating Input File...");
     Checkpoint();
-    run->deck.emplace(DeckReader::Open(session().gTempInFile));
-    run->list = std::make_unique<Listing>(session().gTempOutFile);
+    run->deck.emplace(DeckReader::Open(inFile));
+    run->list = std::make_unique<Listing>(outFile);
     Write_Head(*run);
     run->ElasticModulus = run->deck->Real();
     run->PoissonRatio = run->deck->Real();

@@ -9,6 +9,8 @@
 #include <string>
 
 #include "common/TextRules.h"
+#include "model/Analysis.h"
+#include "model/Mesh.h"
 
 namespace velk {
 
@@ -40,10 +42,13 @@ enum class RunStep {
   ShiftCycles       // the cycles of that shift: product, solve, normalising
 };
 
-// Runs the analysis on gTempInFile, writing the listing gTempOutFile. Tells
-// what happened through progress texts, message boxes and the results; it
-// never throws.
-void Run_Analysis();
+// Runs the analysis on the deck `inFile`, writing the listing `outFile`, and
+// puts the results into the nodes and stiffeners of `mesh` and the
+// eigenvalue into `analysis`, whose run options it follows. Tells what
+// happened through progress texts, message boxes and the results; it never
+// throws.
+void Run_Analysis(Mesh& mesh, Analysis& analysis, const std::string& inFile,
+                  const std::string& outFile);
 
 // A progress text: to the run dialog's status line (the sink it installs) and
 // to the host.

@@ -5,7 +5,6 @@
 #include "analysis/CheckedArithmetic.h"
 #include "analysis/EigenCalculation.h"
 #include "common/Host.h"
-#include "model/VELKMain.h"
 
 namespace velk {
 
@@ -131,8 +130,9 @@ bool Eigen_Iterate(BandMatrix& K, const BandMatrix& Kg, std::span<double> x, std
 }
 
 bool Buckling_Iteration(BandMatrix& K, const BandMatrix& Kg, std::span<double> x,
-                        std::span<double> y, int bw, int points, Listing& list, double& lambda) {
-  const Analysis& a = gAnalysis();
+                        std::span<double> y, int bw, int points, Listing& list, Analysis& analysis,
+                        const Nodes& nodes, double& lambda) {
+  const Analysis& a = analysis;
   IterationOptions options;
   options.EigenValueEstimation = a.EigenValueEstimation;
   options.MaxShift = a.MaxShift;
@@ -145,7 +145,6 @@ bool Buckling_Iteration(BandMatrix& K, const BandMatrix& Kg, std::span<double> x
   // Check every value before anything is stored, so that a result beyond a
   // Single leaves the model as it was.
   const Single stored = CSng(result);
-  Nodes& nodes = gMesh().Nodes();
   std::vector<Single> w(static_cast<std::size_t>(points));
   std::vector<std::shared_ptr<Nodeb>> node(static_cast<std::size_t>(points));
   for (int i = 1; i <= points; ++i) {
@@ -155,7 +154,7 @@ bool Buckling_Iteration(BandMatrix& K, const BandMatrix& Kg, std::span<double> x
 
   const std::string text = Format(result, "0.0000E+00");
   MsgBox("Eigenvalue of " + text);
-  gAnalysis().EigenValue = stored;
+  analysis.EigenValue = stored;
   if (analysisHooks().EigenvaluePanel) analysisHooks().EigenvaluePanel("Eigenvalue : " + text);
   for (int i = 1; i <= points; ++i)
     node[i - 1]->zcoord = w[i - 1];

@@ -6,6 +6,8 @@
 
 #include "analysis/BandMatrix.h"
 #include "analysis/Listing.h"
+#include "model/Analysis.h"
+#include "model/Nodes.h"
 
 namespace velk {
 
@@ -36,9 +38,10 @@ bool Eigen_Iterate(BandMatrix& K, const BandMatrix& Kg, std::span<double> x, std
                    int bw, int points, const IterationOptions& options, Listing& list,
                    double& lambda);
 
-// Eigen_Iterate with the options of gAnalysis, then the result: the message
-// box, EigenValue, the status bar panel and zcoord of every analysis node.
+// Eigen_Iterate with the options of `analysis`, then the result: the message
+// box, its EigenValue, the status bar panel and zcoord of every analysis node.
 bool Buckling_Iteration(BandMatrix& K, const BandMatrix& Kg, std::span<double> x,
-                        std::span<double> y, int bw, int points, Listing& list, double& lambda);
+                        std::span<double> y, int bw, int points, Listing& list, Analysis& analysis,
+                        const Nodes& nodes, double& lambda);
 
 } // namespace velk

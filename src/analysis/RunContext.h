@@ -15,10 +15,14 @@
 #include "analysis/PlateMembrane.h"
 #include "analysis/RunArrays.h"
 #include "analysis/StiffenerMembrane.h"
+#include "model/Analysis.h"
+#include "model/Mesh.h"
 
 namespace velk {
 
 struct RunContext {
+  Mesh* mesh = nullptr;         // the model the results go back to
+  Analysis* analysis = nullptr; // options in, eigenvalue out
   std::optional<DeckReader> deck;
   std::unique_ptr<Listing> list;
   DeckCounts counts;

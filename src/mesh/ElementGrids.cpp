@@ -1,13 +1,13 @@
 // Every plate cell and every stiffener segment the node grid can hold. The
 // order of creation fixes all element numbers.
-#include "model/VELKMain.h"
+#include "model/fourNodes.h"
+#include "model/twoNodes.h"
 
 #include <string>
 
 namespace velk {
 
-void fourNodes::Generate() {
-  Nodes& nodes = gMesh().Nodes();
+void fourNodes::Generate(const Nodes& nodes) {
   const long NX = nodes.NumberNodesX(), NY = nodes.NumberNodesY();
   mCol.Reserve(static_cast<std::size_t>(std::max(NX - 1, 0L) * std::max(NY - 1, 0L)));
   Long counter = 0;
@@ -20,8 +20,7 @@ void fourNodes::Generate() {
     }
 }
 
-void twoNodes::Generate() {
-  Nodes& nodes = gMesh().Nodes();
+void twoNodes::Generate(const Nodes& nodes) {
   const long NX = nodes.NumberNodesX(), NY = nodes.NumberNodesY();
   Long counter = 0;
   // Longitudinal segments along each grid row, the bottom row first.

@@ -57,7 +57,7 @@ void fourNodes::GenerateUvID() {
   BackwardMap(*this);
 }
 
-void fourNodes::ReadPlates(FieldReader& in, bool version14) {
+void fourNodes::ReadPlates(FieldReader& in, const Nodes& nodes, bool version14) {
   MaxThickness_ = in.Single();
   long count = in.Long();
   MaxvID = in.Long();
@@ -65,18 +65,18 @@ void fourNodes::ReadPlates(FieldReader& in, bool version14) {
   for (long i = 1; i <= count; ++i) {
     auto e = std::make_shared<fourNode>();
     if (version14)
-      e->ReadData1_4(in);
+      e->ReadData1_4(in, nodes);
     else
-      e->ReadData(in);
+      e->ReadData(in, nodes);
     mCol.Add(e, std::to_string(i));
   }
 }
 
-void fourNodes::ReadData(FieldReader& in) {
-  ReadPlates(in, false);
+void fourNodes::ReadData(FieldReader& in, const Nodes& nodes) {
+  ReadPlates(in, nodes, false);
 }
-void fourNodes::ReadData1_4(FieldReader& in) {
-  ReadPlates(in, true);
+void fourNodes::ReadData1_4(FieldReader& in, const Nodes& nodes) {
+  ReadPlates(in, nodes, true);
 }
 
 void fourNodes::StoreData1_4(FieldWriter& out) const {
@@ -123,13 +123,13 @@ void twoNodes::GenerateUvID() {
   BackwardMap(*this);
 }
 
-void twoNodes::ReadData1_4(FieldReader& in) {
+void twoNodes::ReadData1_4(FieldReader& in, const Nodes& nodes) {
   long count = in.Long();
   MaxvID = in.Long();
   // A record that breaks off is not kept, so no stiffener lacks its nodes.
   for (long i = 1; i <= count; ++i) {
     auto e = std::make_shared<twoNode>();
-    e->ReadData1_4(in);
+    e->ReadData1_4(in, nodes);
     mCol.Add(e, std::to_string(i));
   }
 }

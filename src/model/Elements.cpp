@@ -1,14 +1,14 @@
 // Plate and stiffener records: centre points and file forms.
 #include "common/TextFile.h"
-#include "model/VELKMain.h"
+#include "model/Nodes.h"
 #include "model/fourNode.h"
 #include "model/twoNode.h"
 
 namespace velk {
 
 namespace {
-std::shared_ptr<Nodeb> NodeByID(Long id) {
-  return gMesh().Nodes().Item(static_cast<long>(id));
+std::shared_ptr<Nodeb> NodeByID(const Nodes& nodes, Long id) {
+  return nodes.Item(static_cast<long>(id));
 }
 } // namespace
 
@@ -17,12 +17,12 @@ void fourNode::GenerateCP() {
   CPY = (Node1->ycoord + Node2->ycoord + Node3->ycoord + Node4->ycoord) * 0.25f;
 }
 
-void fourNode::ReadCommon(FieldReader& in) {
+void fourNode::ReadCommon(FieldReader& in, const Nodes& nodes) {
   Long n1 = in.Long(), n2 = in.Long(), n3 = in.Long(), n4 = in.Long();
-  Node1 = NodeByID(n1);
-  Node2 = NodeByID(n2);
-  Node3 = NodeByID(n3);
-  Node4 = NodeByID(n4);
+  Node1 = NodeByID(nodes, n1);
+  Node2 = NodeByID(nodes, n2);
+  Node3 = NodeByID(nodes, n3);
+  Node4 = NodeByID(nodes, n4);
   CPX = in.Single();
   CPY = in.Single();
   Thickness = in.Single();
@@ -31,15 +31,15 @@ void fourNode::ReadCommon(FieldReader& in) {
   vID = in.Long();
 }
 
-void fourNode::ReadData(FieldReader& in) {
-  ReadCommon(in);
+void fourNode::ReadData(FieldReader& in, const Nodes& nodes) {
+  ReadCommon(in, nodes);
   // The older form carries nine further values that nothing uses.
   for (int i = 0; i < 9; ++i)
     in.Single();
 }
 
-void fourNode::ReadData1_4(FieldReader& in) {
-  ReadCommon(in);
+void fourNode::ReadData1_4(FieldReader& in, const Nodes& nodes) {
+  ReadCommon(in, nodes);
 }
 
 void fourNode::StoreData1_4(FieldWriter& out) const {
@@ -65,10 +65,10 @@ void twoNode::GenerateCP() {
   CPY = (Node1->ycoord + Node2->ycoord) * 0.5f;
 }
 
-void twoNode::ReadData1_4(FieldReader& in) {
+void twoNode::ReadData1_4(FieldReader& in, const Nodes& nodes) {
   Long n1 = in.Long(), n2 = in.Long();
-  Node1 = NodeByID(n1);
-  Node2 = NodeByID(n2);
+  Node1 = NodeByID(nodes, n1);
+  Node2 = NodeByID(nodes, n2);
   CPX = in.Single();
   CPY = in.Single();
   Thickness = in.Single();

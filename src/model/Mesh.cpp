@@ -24,16 +24,22 @@ velk::fourNodes& Mesh::fourNodes() {
   return *four_;
 }
 
+void Mesh::GeneratevID() {
+  twoNodes().GeneratevID();
+  fourNodes().GeneratevID();
+  Nodes().GeneratevID(twoNodes(), fourNodes());
+}
+
 void Mesh::ReadData(FieldReader& in) {
   Nodes().ReadData(in);
-  twoNodes().ReadData(in);
-  fourNodes().ReadData(in);
+  twoNodes().ReadData(in, Nodes());
+  fourNodes().ReadData(in, Nodes());
 }
 
 void Mesh::ReadData1_4(FieldReader& in) {
   Nodes().ReadData1_4(in);
-  twoNodes().ReadData1_4(in);
-  fourNodes().ReadData1_4(in);
+  twoNodes().ReadData1_4(in, Nodes());
+  fourNodes().ReadData1_4(in, Nodes());
 }
 
 void Mesh::StoreData1_4(FieldWriter& out) {

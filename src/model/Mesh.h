@@ -19,6 +19,10 @@ public:
   void SettwoNodes(std::shared_ptr<velk::twoNodes> t) { two_ = std::move(t); }
   void SetfourNodes(std::shared_ptr<velk::fourNodes> f) { four_ = std::move(f); }
 
+  // The compact numbers of stiffeners, plates and nodes, in that order: a
+  // node counts when a defined element touches it.
+  void GeneratevID();
+
   void ReadData(FieldReader& in);
   void ReadData1_4(FieldReader& in);
   void StoreData1_4(FieldWriter& out);

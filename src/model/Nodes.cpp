@@ -1,7 +1,8 @@
 #include "model/Nodes.h"
 
 #include "common/TextFile.h"
-#include "model/VELKMain.h"
+#include "model/fourNodes.h"
+#include "model/twoNodes.h"
 
 namespace velk {
 
@@ -27,15 +28,14 @@ void Nodes::Calculate_MaxMinStress(Single& maxStress, Single& minStress, Integer
   }
 }
 
-void Nodes::GeneratevID() {
+void Nodes::GeneratevID(const twoNodes& stiffeners, const fourNodes& plates) {
   for (const auto& n : mCol)
     n->Connected = vbFalse;
-  Mesh& mesh = gMesh();
-  for (const auto& p : mesh.fourNodes())
+  for (const auto& p : plates)
     if (p->PropertyDefined)
       p->Node1->Connected = p->Node2->Connected = p->Node3->Connected = p->Node4->Connected =
           vbTrue;
-  for (const auto& s : mesh.twoNodes())
+  for (const auto& s : stiffeners)
     if (s->PropertyDefined) s->Node1->Connected = s->Node2->Connected = vbTrue;
   Long counter = 0;
   for (const auto& n : mCol)

@@ -4,6 +4,9 @@
 
 namespace velk {
 
+class twoNodes;
+class fourNodes;
+
 // All nodes of the mesh: a grid of NumberNodesX columns of NumberNodesY nodes,
 // numbered up each column, column after column.
 class Nodes {
@@ -36,7 +39,8 @@ public:
                    Single Y4, Long NX, Long NY);
   void AddGenerateProportional() {}
 
-  void GeneratevID(); // reads the session's plates and stiffeners
+  // Numbers the nodes that a defined plate or stiffener touches.
+  void GeneratevID(const twoNodes& stiffeners, const fourNodes& plates);
   void GenerateUvID();
 
   void ReadData(FieldReader& in);

@@ -5,6 +5,8 @@
 
 namespace velk {
 
+class Nodes;
+
 // A quadrilateral plate cell between four grid nodes; it exists in the
 // structure when it has a thickness.
 class fourNode {
@@ -21,12 +23,13 @@ public:
   void UpdatePropertyDefined() { PropertyDefined = ToBoolean(Thickness > kTolerance); }
   void GenerateCP();
 
-  void ReadData(FieldReader& in);
-  void ReadData1_4(FieldReader& in);
+  // The corners are looked up by their grid number in `nodes`.
+  void ReadData(FieldReader& in, const Nodes& nodes);
+  void ReadData1_4(FieldReader& in, const Nodes& nodes);
   void StoreData1_4(FieldWriter& out) const;
 
 private:
-  void ReadCommon(FieldReader& in);
+  void ReadCommon(FieldReader& in, const Nodes& nodes);
 };
 
 } // namespace velk

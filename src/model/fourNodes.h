@@ -1,5 +1,6 @@
 #pragma once
 #include "model/Collection.h"
+#include "model/Nodes.h"
 #include "model/fourNode.h"
 
 namespace velk {
@@ -20,19 +21,19 @@ public:
                                 std::shared_ptr<Nodeb> Node3, std::shared_ptr<Nodeb> Node4, Long ID,
                                 const std::string& sKey);
   void UpdateMaxThickness();
-  void Generate(); // every cell of the session's node grid
+  void Generate(const Nodes& nodes); // every cell of the node grid
   void GenerateCP();
   void GeneratevID();
   void GenerateUvID();
 
-  void ReadData(FieldReader& in);
-  void ReadData1_4(FieldReader& in);
+  void ReadData(FieldReader& in, const Nodes& nodes);
+  void ReadData1_4(FieldReader& in, const Nodes& nodes);
   void StoreData1_4(FieldWriter& out) const;
 
 private:
   Collection<fourNode> mCol;
   Single MaxThickness_ = 0;
-  void ReadPlates(FieldReader& in, bool version14);
+  void ReadPlates(FieldReader& in, const Nodes& nodes, bool version14);
 };
 
 } // namespace velk

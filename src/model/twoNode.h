@@ -5,6 +5,8 @@
 
 namespace velk {
 
+class Nodes;
+
 // A stiffener segment between two neighbouring grid nodes; it exists in the
 // structure when it has both a thickness and a width. Flanges are stiffeners.
 class twoNode {
@@ -26,8 +28,8 @@ public:
   void GenerateCP();
 
   // The record is the same in both file versions.
-  void ReadData(FieldReader& in) { ReadData1_4(in); }
-  void ReadData1_4(FieldReader& in);
+  void ReadData(FieldReader& in, const Nodes& nodes) { ReadData1_4(in, nodes); }
+  void ReadData1_4(FieldReader& in, const Nodes& nodes);
   void StoreData1_4(FieldWriter& out) const;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 #include "model/Collection.h"
+#include "model/Nodes.h"
 #include "model/twoNode.h"
 
 namespace velk {
@@ -19,13 +20,14 @@ public:
                                Long ID, const std::string& sKey);
   // Opt 0 is the axial stress; any other leaves the start values.
   void Calculate_MaxMinStress(Single& maxStress, Single& minStress, Integer opt) const;
-  void Generate(); // longitudinal rows first, then the transverse columns
+  // Every segment of the node grid: longitudinal rows first, then the transverse columns.
+  void Generate(const Nodes& nodes);
   void GenerateCP();
   void GeneratevID();
   void GenerateUvID();
 
-  void ReadData(FieldReader& in) { ReadData1_4(in); }
-  void ReadData1_4(FieldReader& in);
+  void ReadData(FieldReader& in, const Nodes& nodes) { ReadData1_4(in, nodes); }
+  void ReadData1_4(FieldReader& in, const Nodes& nodes);
   void StoreData1_4(FieldWriter& out) const;
 
 private:

@@ -1,6 +1,6 @@
 #pragma once
 // The girder dialog: a passive view over frmBeamShape's logic.
-#include "mesh/frmBeamShape.h"
+#include "forms/frmBeamShape.h"
 
 #include <QDialog>
 #include <QMap>

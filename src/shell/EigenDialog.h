@@ -1,8 +1,8 @@
 #pragma once
 // The run dialog and the options dialog: passive views over frmEigen and
 // frmAnalysisOption.
-#include "analysis/frmAnalysisOption.h"
-#include "analysis/frmEigen.h"
+#include "forms/frmAnalysisOption.h"
+#include "forms/frmEigen.h"
 
 #include <QDialog>
 

@@ -1,7 +1,7 @@
 #include "shell/GLView.h"
 
 #include "common/Host.h"
-#include "model/VELKMain.h"
+#include "session/VELKMain.h"
 #include "view/DrawModel.h"
 #include "view/View.h"
 
@@ -125,7 +125,7 @@ void GLView::resizeGL(int w, int h) {
   glViewport(0, 0, w, h);
   // In fit view only the viewport follows: the picture stretches until the next switch.
   if (v.ScreenMode == 0) {
-    v.Set_Limits();
+    v.Set_Limits(gMesh().Nodes());
     v.Draw_Projection();
   }
 }

@@ -1,6 +1,6 @@
 #include "shell/QtHost.h"
 
-#include "model/VELKMain.h"
+#include "session/VELKMain.h"
 
 #include <QApplication>
 #include <QFileDialog>

@@ -1,6 +1,6 @@
 #pragma once
 // Draws a section preview from the rectangles the girder dialog's logic returns.
-#include "mesh/frmBeamShape.h"
+#include "forms/frmBeamShape.h"
 
 #include <QWidget>
 

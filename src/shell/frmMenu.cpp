@@ -4,8 +4,8 @@
 #include "common/Host.h"
 #include "common/TextRules.h"
 #include "editing/Selection.h"
-#include "model/ProjectFile.h"
-#include "model/VELKMain.h"
+#include "session/ProjectFile.h"
+#include "session/VELKMain.h"
 #include "shell/BeamShapeDialog.h"
 #include "shell/EigenDialog.h"
 #include "shell/GLView.h"
@@ -478,7 +478,7 @@ void frmMenu::mnuView_Zoom(float zoom) {
 }
 
 void frmMenu::mnuView_Window_Click() {
-  gView().ScreenModeChange();
+  gView().ScreenModeChange(gMesh().Nodes());
   panels_["viewscale"]->setText(gView().ScreenMode == 0 ? "ACTUAL VIEW" : "FIT VIEW");
 }
 

@@ -1,6 +1,6 @@
 // Main: shows the main window and sets its caption.
 #include "common/ProgramFolder.h"
-#include "model/VELKMain.h"
+#include "session/VELKMain.h"
 #include "shell/GLView.h"
 #include "shell/QtHost.h"
 #include "shell/frmMenu.h"

@@ -3,9 +3,9 @@
 #include "common/Fault.h"
 #include "common/Host.h"
 #include "editing/Selection.h"
-#include "model/VELKMain.h"
 #include "model/fourNodes.h"
 #include "model/twoNodes.h"
+#include "session/VELKMain.h"
 #include "view/View.h"
 
 #include <GL/gl.h>

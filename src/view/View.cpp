@@ -1,8 +1,9 @@
 #include "view/View.h"
 
 #include "common/Fault.h"
+#include "common/Host.h"
 #include "common/TextFile.h"
-#include "model/VELKMain.h"
+#include "model/Nodes.h"
 
 #include <cmath>
 #include <numbers>
@@ -154,7 +155,7 @@ View::View() {
   PropertyMode = 1;
   MeshMode = 3;
   ScreenMode = 0;
-  Set_Limits();
+  Set_Limits(Nodes{});
   HClipFrom = static_cast<Single>(SLimitX0);
   HClipTo = static_cast<Single>(SLimitX1);
   VClipFrom = static_cast<Single>(SLimitY0);
@@ -166,17 +167,15 @@ View::View() {
   Refresh();
 }
 
-void View::Set_Limits() {
+void View::Set_Limits(const Nodes& nodes) {
   try {
-    ComputeLimits();
+    ComputeLimits(nodes);
   } catch (const std::exception&) {
     MsgBox("Error..[Set Limits]");
   }
 }
 
-void View::ComputeLimits() {
-  // The session's mesh exists whenever the view does; an untouched one is empty.
-  Nodes& nodes = gMesh().Nodes();
+void View::ComputeLimits(const Nodes& nodes) {
   if (nodes.Count() >= 4) {
     const auto& n1 = nodes.Item(1);
     double x0 = n1->xcoord, x1 = n1->xcoord, y0 = n1->ycoord, y1 = n1->ycoord;
@@ -266,12 +265,12 @@ void View::Draw_ModelView() {
 }
 
 void View::Refresh() {
-  if (hooks().Paint) hooks().Paint();
+  if (RefreshHook) RefreshHook();
 }
 
-void View::ScreenModeChange() {
+void View::ScreenModeChange(const Nodes& nodes) {
   ScreenMode = ScreenMode == 0 ? 1 : 0;
-  Set_Limits();
+  Set_Limits(nodes);
   Draw_Projection();
   Refresh();
 }
@@ -329,12 +328,12 @@ void View::SetUpClipEq(double hfrom, double hto, double vfrom, double vto) {
   Refresh();
 }
 
-void View::Initialization() {
+void View::Initialization(const Nodes& nodes) {
   ViewMode = 0;
   PropertyMode = 1;
   MeshMode = 3;
   ScreenMode = 0;
-  Set_Limits();
+  Set_Limits(nodes);
   SetUpClipEq(SLimitX0, SLimitX1, SLimitY0, SLimitY1);
   ViewX = ViewY = 0;
   ViewRX = ViewRY = ViewRZ = 0;

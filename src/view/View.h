@@ -5,11 +5,13 @@
 #include "common/TextRules.h"
 
 #include <array>
+#include <functional>
 
 namespace velk {
 
 class FieldReader;
 class FieldWriter;
+class Nodes;
 
 using Matrix4 = std::array<double, 16>; // column-major, as GL keeps it
 
@@ -87,11 +89,15 @@ public:
   // A model point to window coordinates (y up), as gluProject gives them.
   bool ModelToScreen(double x, double y, double z, double& wx, double& wy, double& wz) const;
 
-  void Set_Limits();
+  // The model extents come from the nodes; fewer than four give a unit square.
+  void Set_Limits(const Nodes& nodes);
   void Draw_Projection();
   void Draw_ModelView();
+  // A frame on demand: the owner of the view installs RefreshHook; without
+  // one (no window) there is nothing to draw.
   void Refresh();
-  void ScreenModeChange();
+  std::function<void()> RefreshHook;
+  void ScreenModeChange(const Nodes& nodes);
   void Zoom_All();
   void ViewAngle();
   void LeftView();
@@ -99,13 +105,13 @@ public:
   void Center(Single pxcoord, Single pycoord);
   void ZoomInOutCenter(Single pxcoord, Single pycoord, Integer InOut);
   void SetUpClipEq(double hfrom, double hto, double vfrom, double vto);
-  void Initialization();
+  void Initialization(const Nodes& nodes);
 
   void ReadData1_4Option(FieldReader& in);
   void StoreData1_4Option(FieldWriter& out) const;
 
 private:
-  void ComputeLimits();
+  void ComputeLimits(const Nodes& nodes);
   void SetOptionFallbacks();
 };
 

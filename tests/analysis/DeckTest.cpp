@@ -6,6 +6,7 @@
 #include "SymmetricEigen.h"
 #include "analysis/Deck.h"
 #include "analysis/EigenCalculation.h"
+#include "session/AnalysisRun.h"
 
 namespace velk::test {
 namespace {
@@ -13,11 +14,7 @@ namespace {
 class DeckTest : public SessionTest {
 protected:
   std::shared_ptr<Nodeb> Node(int i) { return gMesh().Nodes().Item(i); }
-  void Renumber() {
-    gMesh().twoNodes().GeneratevID();
-    gMesh().fourNodes().GeneratevID();
-    gMesh().Nodes().GeneratevID();
-  }
+  void Renumber() { gMesh().GeneratevID(); }
   std::vector<std::string> DeckLines() {
     EXPECT_EQ(Write_Deck(), 1);
     return Lines(ReadFile(session().gTempInFile));

@@ -10,7 +10,8 @@
 #include "RunModels.h"
 #include "TestSession.h"
 #include "analysis/Deck.h"
-#include "model/ProjectFile.h"
+#include "session/AnalysisRun.h"
+#include "session/ProjectFile.h"
 
 namespace velk::test {
 namespace {

@@ -7,6 +7,7 @@
 #include "analysis/Deck.h"
 #include "analysis/EigenCalculation.h"
 #include "analysis/EigenIteration.h"
+#include "session/AnalysisRun.h"
 
 namespace velk::test {
 namespace {

@@ -5,6 +5,7 @@
 #include "RunModels.h"
 #include "analysis/Deck.h"
 #include "analysis/EigenCalculation.h"
+#include "session/AnalysisRun.h"
 
 namespace velk::test {
 namespace {
@@ -32,7 +33,7 @@ TEST_F(RunEndTest, ArithmeticFailuresEndTheRunWithTheirMessage) {
     b->YLoad = 1;
     b->InPDispX = 7; // an earlier result stays
     m.twoNodes().GeneratevID();
-    m.Nodes().GeneratevID();
+    m.Nodes().GeneratevID(m.twoNodes(), m.fourNodes());
     Run();
     EXPECT_EQ(host.Texts(), Texts{"Error: Divide by Zero!"});
     EXPECT_EQ(host.progress.back(), "Error: Divide by Zero!");
@@ -56,7 +57,7 @@ TEST_F(RunEndTest, ArithmeticFailuresEndTheRunWithTheirMessage) {
   }
   { // 111 x 101 = 11211 points: three freedoms each pass 32767.
     Restart();
-    Generate_Web(110, 100, "100", "100", "0.1");
+    Generate_Web(110, 100, 100, 100, 0.1f);
     GridNode(0, 0).SetXTDir(1);
     GridNode(110, 0).XLoad = -1;
     GridNode(110, 0).UpdatePropertyDefined();

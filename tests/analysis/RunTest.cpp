@@ -35,9 +35,7 @@ protected:
     m.Nodes().Item(1)->SetZTDir(1);
     m.Nodes().Item(n + 1)->SetZTDir(1);
     m.Nodes().Item(n + 1)->XLoad = -1;
-    m.twoNodes().GeneratevID();
-    m.fourNodes().GeneratevID();
-    m.Nodes().GeneratevID();
+    m.GeneratevID();
   }
 };
 

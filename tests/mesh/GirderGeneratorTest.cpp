@@ -2,8 +2,8 @@
 // that the command builds.
 #include "TestSession.h"
 #include "editing/Selection.h"
-#include "mesh/frmBeamShape.h"
-#include "model/VELKMain.h"
+#include "forms/frmBeamShape.h"
+#include "session/VELKMain.h"
 #include "view/View.h"
 
 #include <functional>

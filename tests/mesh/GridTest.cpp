@@ -1,7 +1,7 @@
 // Node grids between four corners and the elements on them: positions,
 // grading and the numbering that the creation order fixes.
 #include "TestSession.h"
-#include "model/VELKMain.h"
+#include "session/VELKMain.h"
 
 #include <cmath>
 #include <vector>
@@ -21,8 +21,8 @@ protected:
     nodes().SetNumberNodesX(nx);
     nodes().SetNumberNodesY(ny);
     nodes().Generate(0, 0, 0, 1, 1, 0, 1, 1, nx, ny);
-    gMesh().twoNodes().Generate();
-    gMesh().fourNodes().Generate();
+    gMesh().twoNodes().Generate(gMesh().Nodes());
+    gMesh().fourNodes().Generate(gMesh().Nodes());
   }
   void Fresh() {
     Clear_Session();

@@ -1,6 +1,6 @@
 // The compact numbering of what exists and its backward map.
 #include "TestSession.h"
-#include "model/VELKMain.h"
+#include "session/VELKMain.h"
 
 #include <vector>
 
@@ -16,19 +16,15 @@ protected:
     nodes.SetNumberNodesY(static_cast<Integer>(ny));
     nodes.Generate(0, 0, 0, Single(ny - 1), Single(nx - 1), 0, Single(nx - 1), Single(ny - 1), nx,
                    ny);
-    gMesh().twoNodes().Generate();
-    gMesh().fourNodes().Generate();
+    gMesh().twoNodes().Generate(gMesh().Nodes());
+    gMesh().fourNodes().Generate(gMesh().Nodes());
   }
   void Plate(long i, Single t) {
     auto& p = *gMesh().fourNodes().Item(i);
     p.Thickness = t;
     p.UpdatePropertyDefined();
   }
-  void NumberAll() {
-    gMesh().twoNodes().GeneratevID();
-    gMesh().fourNodes().GeneratevID();
-    gMesh().Nodes().GeneratevID();
-  }
+  void NumberAll() { gMesh().GeneratevID(); }
   std::vector<Long> NodeVIDs() {
     std::vector<Long> v;
     for (const auto& n : gMesh().Nodes())
@@ -93,8 +89,10 @@ TEST_F(Numbering, FullGridNumbersEqualPositions) {
 
 TEST_F(Numbering, NumbersFollowThePropertiesAndResultsStayWithTheirNodes) {
   Grid(3, 3);
-  Plate(4, 1);                   // the upper right cell
-  gMesh().Nodes().GeneratevID(); // the node pass looks at properties, not element numbers
+  Plate(4, 1); // the upper right cell
+  gMesh().Nodes().GeneratevID(
+      gMesh().twoNodes(),
+      gMesh().fourNodes()); // the node pass looks at properties, not element numbers
   EXPECT_EQ(gMesh().fourNodes().Item(4)->vID, 0);
   EXPECT_EQ(NodeVIDs(), (std::vector<Long>{0, 0, 0, 0, 1, 2, 0, 3, 4}));
   auto centre = gMesh().Nodes().Item(5);
@@ -107,7 +105,7 @@ TEST_F(Numbering, NumbersFollowThePropertiesAndResultsStayWithTheirNodes) {
 
   Plate(1, 0); // and goes again
   gMesh().fourNodes().GeneratevID();
-  gMesh().Nodes().GeneratevID();
+  gMesh().Nodes().GeneratevID(gMesh().twoNodes(), gMesh().fourNodes());
   EXPECT_FALSE(IsTrue(gMesh().Nodes().Item(1)->Connected));
   EXPECT_EQ(NodeVIDs(), (std::vector<Long>{0, 0, 0, 0, 1, 2, 0, 3, 4}));
   EXPECT_EQ(gMesh().fourNodes().Item(4)->vID, 1);

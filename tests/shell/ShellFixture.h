@@ -3,7 +3,7 @@
 // scripted host so that every message is recorded.
 #include "FakeHost.h"
 #include "common/ProgramFolder.h"
-#include "model/VELKMain.h"
+#include "session/VELKMain.h"
 #include "shell/GLView.h"
 #include "shell/frmMenu.h"
 

@@ -3,7 +3,7 @@
 #include "ShellFixture.h"
 
 #include "editing/Selection.h"
-#include "model/ProjectFile.h"
+#include "session/ProjectFile.h"
 #include "shell/BeamShapeDialog.h"
 #include "shell/EigenDialog.h"
 #include "shell/GLView.h"

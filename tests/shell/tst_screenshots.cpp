@@ -2,8 +2,8 @@
 // is printed. Checks only that each picture was written and is not blank.
 #include "ShellFixture.h"
 
-#include "analysis/frmEigen.h"
-#include "model/ProjectFile.h"
+#include "forms/frmEigen.h"
+#include "session/ProjectFile.h"
 #include "shell/BeamShapeDialog.h"
 #include "shell/GLView.h"
 #include "view/View.h"

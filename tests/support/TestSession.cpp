@@ -2,7 +2,7 @@
 
 #include "common/Host.h"
 #include "common/ProgramFolder.h"
-#include "model/VELKMain.h"
+#include "session/VELKMain.h"
 
 #include <filesystem>
 #include <fstream>

@@ -2,8 +2,8 @@
 // centre zoom caps, and the mapping between window and model.
 #include "view/View.h"
 #include "TestSession.h"
-#include "mesh/frmBeamShape.h"
-#include "model/VELKMain.h"
+#include "forms/frmBeamShape.h"
+#include "session/VELKMain.h"
 
 #include <cmath>
 
@@ -23,7 +23,7 @@ protected:
 TEST_F(ViewTest, EmptyModelGivesTheUnitBox) {
   View& v = gView();
   v.ScaleWidth = v.ScaleHeight = 100; // a square window: no aspect correction
-  v.Set_Limits();
+  v.Set_Limits(gMesh().Nodes());
   EXPECT_EQ(v.LimitMaxXY, 1.0f);
   EXPECT_DOUBLE_EQ(v.SLimitX0, -0.1);
   EXPECT_DOUBLE_EQ(v.SLimitX1, 1.1);
@@ -38,12 +38,12 @@ TEST_F(ViewTest, LongModelKeepsItsProportionInActualViewAndFillsInFitView) {
   View& v = gView();
   v.ScaleWidth = 640;
   v.ScaleHeight = 480;
-  v.Set_Limits();
+  v.Set_Limits(gMesh().Nodes());
   // One model unit spans as many pixels in x as in y.
   EXPECT_NEAR(v.SLimitMaxX / v.SLimitMaxY, 640.0 / 480.0, 1e-12);
   EXPECT_DOUBLE_EQ(v.SLimitMaxX, 1200 + 2 * 120.0);
   EXPECT_EQ(v.ScreenModeFactorX, 1.0f);
-  v.ScreenModeChange();
+  v.ScreenModeChange(gMesh().Nodes());
   EXPECT_EQ(v.ScreenMode, 1);
   EXPECT_FLOAT_EQ(v.ScreenModeFactorX, static_cast<float>(v.SLimitMaxX / v.LimitMaxX));
   EXPECT_FLOAT_EQ(v.ScreenModeFactorY, static_cast<float>(v.SLimitMaxY / v.LimitMaxY));
@@ -67,7 +67,7 @@ TEST_F(ViewTest, FitViewOfAFlatModelReportsTheDivision) {
   View& v = gView();
   host.messages.clear();
   v.ScreenMode = 1;
-  v.Set_Limits();
+  v.Set_Limits(gMesh().Nodes());
   EXPECT_EQ(host.Texts(), std::vector<std::string>{"Error..[Set Limits]"});
   EXPECT_EQ(v.ScreenModeFactorY, 1.0f);
 }
@@ -135,7 +135,7 @@ TEST_F(ViewTest, InitializationResetsModesNotOptions) {
   v.MeshMode = 1;
   v.ViewMode = 7;
   v.OptionShowNodeNumber = vbTrue;
-  v.Initialization();
+  v.Initialization(gMesh().Nodes());
   EXPECT_EQ(v.PropertyMode, 1);
   EXPECT_EQ(v.MeshMode, 3);
   EXPECT_EQ(v.ViewMode, 0);

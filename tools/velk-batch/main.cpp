@@ -2,14 +2,14 @@
 // regression tests.
 #include "analysis/Deck.h"
 #include "analysis/EigenCalculation.h"
-#include "analysis/frmAnalysisOption.h"
-#include "analysis/frmEigen.h"
 #include "common/Host.h"
 #include "common/ProgramFolder.h"
 #include "common/TextRules.h"
-#include "mesh/frmBeamShape.h"
-#include "model/ProjectFile.h"
-#include "model/VELKMain.h"
+#include "forms/frmAnalysisOption.h"
+#include "forms/frmBeamShape.h"
+#include "forms/frmEigen.h"
+#include "session/ProjectFile.h"
+#include "session/VELKMain.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -5,8 +5,8 @@
 
 #include "RunModels.h"
 #include "analysis/EigenCalculation.h"
-#include "analysis/frmAnalysisOption.h"
-#include "analysis/frmEigen.h"
+#include "forms/frmAnalysisOption.h"
+#include "forms/frmEigen.h"
 
 namespace velk::test {
 namespace {

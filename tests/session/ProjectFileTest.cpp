@@ -1,9 +1,9 @@
 // The project file: the exact form written, the two forms read, and what the
 // Save and Open commands show and leave behind when something goes wrong.
-#include "model/ProjectFile.h"
+#include "session/ProjectFile.h"
 #include "TestSession.h"
-#include "mesh/frmBeamShape.h"
-#include "model/VELKMain.h"
+#include "forms/frmBeamShape.h"
+#include "session/VELKMain.h"
 #include "view/View.h"
 
 #include <filesystem>
@@ -129,7 +129,7 @@ TEST_F(ProjectFile, GirderRecordsAndFilesCutShortOfThem) {
     for (const auto& s : gMesh().twoNodes())
       ASSERT_NE(s->Node2, nullptr);
     gMesh().fourNodes().GenerateCP();
-    gMesh().Nodes().GeneratevID();
+    gMesh().Nodes().GeneratevID(gMesh().twoNodes(), gMesh().fourNodes());
     EXPECT_TRUE(Save_Project_Path(Scratch("resaved.inp")));
   }
   EXPECT_EQ(gMesh().twoNodes().Count(), 3);
@@ -163,9 +163,7 @@ TEST_F(ProjectFile, GeneratedAndEditedModelReadsBackTheSame) {
   m.fourNodes().Item(8)->Thickness = 0.875f;
   m.fourNodes().Item(8)->UpdatePropertyDefined();
   m.fourNodes().UpdateMaxThickness();
-  m.twoNodes().GeneratevID();
-  m.fourNodes().GeneratevID();
-  m.Nodes().GeneratevID();
+  m.GeneratevID();
   gMaterial().MOE = 2.1e5f, gMaterial().PR = 0.29f;
 
   std::string first = Save("edited.inp");

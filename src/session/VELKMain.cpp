@@ -1,4 +1,4 @@
-#include "model/VELKMain.h"
+#include "session/VELKMain.h"
 
 #include "common/Fault.h"
 #include "editing/Selection.h"
@@ -34,7 +34,14 @@ Analysis& gAnalysis() {
   return Slot(session().Analysis);
 }
 View& gView() {
-  return Slot(session().View);
+  std::shared_ptr<View>& slot = session().View;
+  if (!slot) {
+    slot = std::make_shared<View>();
+    slot->RefreshHook = [] {
+      if (hooks().Paint) hooks().Paint();
+    };
+  }
+  return *slot;
 }
 
 MainWindowHooks& hooks() {

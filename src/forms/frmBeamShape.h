@@ -2,6 +2,7 @@
 // The girder dialog's logic: four tabs of text fields, two live section
 // previews, and the command that builds the mesh.
 #include "common/TextRules.h"
+#include "model/BeamShape.h"
 
 #include <array>
 #include <string>
@@ -74,6 +75,8 @@ private:
   // Runs a drawing step; a number beyond a Single's range gets a message.
   template <class Fn> void Guarded(Fn&& fn);
   bool CheckFields();
+  // The section fields as girder parameters; the texts must be numeric.
+  BeamShape FieldsToShape() const;
 };
 
 } // namespace velk

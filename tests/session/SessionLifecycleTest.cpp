@@ -1,7 +1,7 @@
 // The session objects: creation on first use, File New, end of session.
 #include "TestSession.h"
 #include "editing/Selection.h"
-#include "model/VELKMain.h"
+#include "session/VELKMain.h"
 #include "view/View.h"
 
 #include <filesystem>
@@ -18,8 +18,8 @@ TEST_F(Session, NewModelEmptiesTheModelAndKeepsOptionsGirderAndCamera) {
   nodes.SetNumberNodesX(2);
   nodes.SetNumberNodesY(2);
   nodes.Generate(0, 0, 0, 1, 1, 0, 1, 1, 2, 2);
-  gMesh().twoNodes().Generate();
-  gMesh().fourNodes().Generate();
+  gMesh().twoNodes().Generate(gMesh().Nodes());
+  gMesh().fourNodes().Generate(gMesh().Nodes());
   gMaterial().MOE = 200000;
   gMaterial().PR = 0.25f;
   Analysis& a = gAnalysis();

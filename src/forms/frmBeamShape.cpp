@@ -1,9 +1,10 @@
-#include "mesh/frmBeamShape.h"
+#include "forms/frmBeamShape.h"
 
 #include "common/Fault.h"
 #include "common/Host.h"
 #include "editing/Selection.h"
-#include "model/VELKMain.h"
+#include "mesh/GirderBuilder.h"
+#include "session/VELKMain.h"
 #include "view/View.h"
 
 #include <algorithm>
@@ -59,6 +60,26 @@ bool CountFits(const std::string& text, Integer& out) {
 } // namespace
 
 frmBeamShape::frmBeamShape() = default;
+
+BeamShape frmBeamShape::FieldsToShape() const {
+  BeamShape b;
+  b.Top_Flange_W = TextToSingle(txtBTFW);
+  b.Top_Flange_T = TextToSingle(txtBTFT);
+  b.Web_H = TextToSingle(txtBWH);
+  b.Web_T = TextToSingle(txtBWT);
+  b.Bot_Flange_W = TextToSingle(txtBBFW);
+  b.Bot_Flange_T = TextToSingle(txtBBFT);
+  b.Length = TextToSingle(txtBL);
+  b.Top_Flange_WE = TextToSingle(txtBTFWE);
+  b.Top_Flange_TE = TextToSingle(txtBTFTE);
+  b.Web_HE = TextToSingle(txtBWHE);
+  b.Web_TE = TextToSingle(txtBWTE);
+  b.Bot_Flange_WE = TextToSingle(txtBBFWE);
+  b.Bot_Flange_TE = TextToSingle(txtBBFTE);
+  b.Offset = TextToSingle(txtOffset);
+  b.ProportionalMesh = chkProportionalMesh ? 1 : 0;
+  return b;
+}
 
 template <class Fn> void frmBeamShape::Guarded(Fn&& fn) {
   try {
@@ -212,15 +233,10 @@ bool frmBeamShape::CheckFields() {
 
   // A graded grid needs a positive depth at both ends and two elements or more.
   if (chkProportionalMesh) {
-    Single tft = TextToSingle(txtBTFT), bft = TextToSingle(txtBBFT);
-    Single h1 = static_cast<Single>(tft / 2.0 + TextToSingle(txtBWH) + bft / 2.0);
-    Single t2 = static_cast<Single>((double(h1) - TextToSingle(txtOffset)) - tft / 2.0 +
-                                    TextToSingle(txtBTFTE) / 2.0);
-    Single b2 = static_cast<Single>(t2 - TextToSingle(txtBTFTE) / 2.0 - TextToSingle(txtBWHE) -
-                                    TextToSingle(txtBBFTE) / 2.0);
-    Single ratio = static_cast<Single>((double(t2) - b2) / (double(h1) - 0));
+    const GirderEnds ends = Girder_Ends(FieldsToShape());
+    const Single ratio = ends.Ratio();
     if (ratio != 1.0f) {
-      if (!(h1 > 0) || !(ratio > 0) || !std::isfinite(ratio))
+      if (!(ends.H1 > 0) || !(ratio > 0) || !std::isfinite(ratio))
         return MsgBox("Invalid Input Data : Proportional Mesh needs a positive Depth at both "
                       "Ends!"),
                false;
@@ -246,83 +262,15 @@ void frmBeamShape::cmdGenerate_Click() {
 
   if (gMesh().Nodes().Count() != 0) New_Model();
 
-  BeamShape& b = gBeamShape();
-  b.Top_Flange_W = TextToSingle(txtBTFW);
-  b.Top_Flange_T = TextToSingle(txtBTFT);
-  b.Web_H = TextToSingle(txtBWH);
-  b.Web_T = TextToSingle(txtBWT);
-  b.Bot_Flange_W = TextToSingle(txtBBFW);
-  b.Bot_Flange_T = TextToSingle(txtBBFT);
-  b.Length = TextToSingle(txtBL);
-  b.Top_Flange_WE = TextToSingle(txtBTFWE);
-  b.Top_Flange_TE = TextToSingle(txtBTFTE);
-  b.Web_HE = TextToSingle(txtBWHE);
-  b.Web_TE = TextToSingle(txtBWTE);
-  b.Bot_Flange_WE = TextToSingle(txtBBFWE);
-  b.Bot_Flange_TE = TextToSingle(txtBBFTE);
-  b.Offset = TextToSingle(txtOffset);
-  b.ProportionalMesh = chkProportionalMesh ? 1 : 0;
-
-  const Single H1 = static_cast<Single>(b.Top_Flange_T / 2.0 + b.Web_H + b.Bot_Flange_T / 2.0);
-  const Single T2 =
-      static_cast<Single>((double(H1) - b.Offset) - b.Top_Flange_T / 2.0 + b.Top_Flange_TE / 2.0);
-  const Single B2 =
-      static_cast<Single>(T2 - b.Top_Flange_TE / 2.0 - b.Web_HE - b.Bot_Flange_TE / 2.0);
-  const Long NX = TextToInteger(txtNumXElements) + 1;
-  const Long NY = TextToInteger(txtNumYElements) + 1;
-
+  gBeamShape() = FieldsToShape();
   gMaterial().MOE = TextToSingle(txtMOE);
   gMaterial().PR = TextToSingle(txtPR);
-
-  Mesh& mesh = gMesh();
-  Nodes& nodes = mesh.Nodes();
-  nodes.SetNumberNodesX(static_cast<Integer>(NX));
-  nodes.SetNumberNodesY(static_cast<Integer>(NY));
-  bool graded = false;
-  if (chkProportionalMesh) {
-    Single ratio = static_cast<Single>((double(T2) - B2) / (double(H1) - 0));
-    graded = ratio != 1.0f;
-  }
-  if (graded)
-    nodes.GenerateProportional(0, 0, 0, H1, b.Length, B2, b.Length, T2, NX, NY);
-  else
-    nodes.Generate(0, 0, 0, H1, b.Length, B2, b.Length, T2, NX, NY);
-
-  twoNodes& stiffeners = mesh.twoNodes();
-  fourNodes& plates = mesh.fourNodes();
-  stiffeners.Generate();
-  plates.Generate();
-  stiffeners.GenerateCP();
-  plates.GenerateCP();
-
-  // Sections vary linearly along the length, taken at each element's centre.
-  auto taper = [&](Single S, Single E, Single c) {
-    return static_cast<Single>(((double(E) - S) / b.Length) * c + S);
-  };
-  for (long i = 1; i <= NX - 1; ++i) {
-    auto& s = *stiffeners.Item(i);
-    s.Thickness = taper(b.Bot_Flange_T, b.Bot_Flange_TE, s.CPX);
-    s.width = taper(b.Bot_Flange_W, b.Bot_Flange_WE, s.CPX);
-    s.UpdatePropertyDefined();
-  }
-  for (long i = (NX - 1) * (NY - 1) + 1; i <= (NX - 1) * NY; ++i) {
-    auto& s = *stiffeners.Item(i);
-    s.Thickness = taper(b.Top_Flange_T, b.Top_Flange_TE, s.CPX);
-    s.width = taper(b.Top_Flange_W, b.Top_Flange_WE, s.CPX);
-    s.UpdatePropertyDefined();
-  }
-  for (const auto& p : plates) {
-    p->Thickness = taper(b.Web_T, b.Web_TE, p->CPX);
-    p->UpdatePropertyDefined();
-  }
-  plates.UpdateMaxThickness();
-  stiffeners.GeneratevID();
-  plates.GeneratevID();
-  nodes.GeneratevID();
+  Build_Girder(gBeamShape(), TextToInteger(txtNumXElements), TextToInteger(txtNumYElements),
+               gMesh());
 
   gSelection().ClearSelectedItem();
   if (hooks().updateToolBar) hooks().updateToolBar();
-  gView().Initialization();
+  gView().Initialization(gMesh().Nodes());
   Unloaded = true;
 }
 

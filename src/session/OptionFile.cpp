@@ -1,8 +1,9 @@
-// The settings file: run options and display options, nine lines, no header.
+#include "session/OptionFile.h"
+
 #include "common/Fault.h"
 #include "common/ProgramFolder.h"
 #include "common/TextFile.h"
-#include "model/VELKMain.h"
+#include "session/VELKMain.h"
 #include "view/View.h"
 
 namespace velk {

@@ -7,14 +7,13 @@
 #include <vector>
 
 #include "TestSession.h"
-#include "model/VELKMain.h"
+#include "session/VELKMain.h"
 
 namespace velk::test {
 
 // A flat rectangular web of nx by ny elements, no flanges, E and nu as given.
-void Generate_Web(int nx, int ny, const std::string& length, const std::string& depth,
-                  const std::string& thickness, const std::string& moe = "1000",
-                  const std::string& pr = "0.3");
+void Generate_Web(int nx, int ny, Single length, Single depth, Single thickness, Single moe = 1000,
+                  Single pr = 0.3f);
 
 // The node at column ix (0..nx) and row iy (0..ny) of a generated grid.
 Nodeb& GridNode(int ix, int iy);

@@ -1,7 +1,8 @@
-#include "model/ProjectFile.h"
+#include "session/ProjectFile.h"
 
 #include "common/TextFile.h"
-#include "model/VELKMain.h"
+#include "model/ProjectRecords.h"
+#include "session/VELKMain.h"
 #include "view/View.h"
 
 namespace velk {
@@ -19,10 +20,7 @@ void WriteProject(OutFile& file) {
   FieldWriter out(file);
   out.Line("VELK Version");
   out.Line(" 1.4 ");
-  gAnalysis().StoreData1_4(out);
-  gBeamShape().StoreData1_4(out);
-  gMesh().StoreData1_4(out);
-  gMaterial().StoreData1_4(out);
+  Store_Project1_4(out, gAnalysis(), gBeamShape(), gMesh(), gMaterial());
 }
 
 } // namespace
@@ -50,27 +48,14 @@ bool Open_Project_Data(std::string data, const std::string& fileTitle, float* ve
   float v = in.Single();
   if (version) *version = v;
   New_Model();
-  bool read = false;
-  if (v == 1.3f) {
-    gAnalysis().ReadData(in);
-    gMesh().ReadData(in);
-    gMaterial().ReadData(in);
-    read = true;
-  } else if (v == 1.4f) {
-    gAnalysis().ReadData1_4(in);
-    gBeamShape().ReadData1_4(in);
-    gMesh().ReadData1_4(in);
-    gMaterial().ReadData1_4(in);
-    read = true;
-  } else {
-    MsgBox("Error: Reading Data", vbOKOnly, "Error!");
-  }
+  const bool read = Read_Project(in, v, gAnalysis(), gBeamShape(), gMesh(), gMaterial());
+  if (!read) MsgBox("Error: Reading Data", vbOKOnly, "Error!");
   if (read) {
     if (hooks().Update) hooks().Update();
     if (hooks().updateToolBar) hooks().updateToolBar();
     SetCaption(std::string(kCaptionPrefix) + fileTitle);
   }
-  gView().Initialization();
+  gView().Initialization(gMesh().Nodes());
   gView().Refresh();
   return read;
 }

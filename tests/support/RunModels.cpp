@@ -1,38 +1,31 @@
 #include "RunModels.h"
 
-#include <stdexcept>
-
 #include "analysis/Deck.h"
 #include "analysis/EigenCalculation.h"
-#include "mesh/frmBeamShape.h"
+#include "mesh/GirderBuilder.h"
+#include "session/AnalysisRun.h"
 
 namespace velk::test {
 
-void Generate_Web(int nx, int ny, const std::string& length, const std::string& depth,
-                  const std::string& thickness, const std::string& moe, const std::string& pr) {
-  frmBeamShape f;
-  f.Form_Activate();
-  f.txtBL = length;
-  f.txtBWH = f.txtBWHE = depth;
-  f.txtBWT = f.txtBWTE = thickness;
-  f.txtBTFW = f.txtBTFT = f.txtBBFW = f.txtBBFT = "0";
-  f.txtBTFWE = f.txtBTFTE = f.txtBBFWE = f.txtBBFTE = "0";
-  f.txtOffset = "0";
-  f.txtMOE = moe;
-  f.txtPR = pr;
-  f.txtNumXElements = std::to_string(nx);
-  f.txtNumYElements = std::to_string(ny);
-  f.cmdGenerate_Click();
-  if (!f.Unloaded) throw std::runtime_error("the generator refused the web");
+void Generate_Web(int nx, int ny, Single length, Single depth, Single thickness, Single moe,
+                  Single pr) {
+  BeamShape web;
+  web.Length = length;
+  web.Web_H = web.Web_HE = depth;
+  web.Web_T = web.Web_TE = thickness;
+  web.Top_Flange_W = web.Top_Flange_T = web.Bot_Flange_W = web.Bot_Flange_T = 0;
+  web.Top_Flange_WE = web.Top_Flange_TE = web.Bot_Flange_WE = web.Bot_Flange_TE = 0;
+  gMaterial().MOE = moe;
+  gMaterial().PR = pr;
+  Build_Girder(web, nx, ny, gMesh());
 }
 
 Nodeb& GridNode(int ix, int iy) {
-  Nodes& nodes = gMesh().Nodes();
-  return *nodes.Item(static_cast<long>(ix) * nodes.NumberNodesY() + iy + 1);
+  return *Grid_Node(gMesh().Nodes(), ix, iy);
 }
 
 void Simply_Supported_Plate(int n) {
-  Generate_Web(n, n, "10", "10", "0.1");
+  Generate_Web(n, n, 10, 10, 0.1f);
   for (int i = 0; i <= n; ++i) {
     GridNode(0, i).SetXTDir(1);
     for (Nodeb* edge : {&GridNode(0, i), &GridNode(n, i), &GridNode(i, 0), &GridNode(i, n)})
@@ -54,16 +47,11 @@ void Stiffened_Plate(int n) {
     bar->UpdatePropertyDefined();
   }
   bars.GeneratevID();
-  gMesh().Nodes().GeneratevID();
+  gMesh().Nodes().GeneratevID(gMesh().twoNodes(), gMesh().fourNodes());
 }
 
 void Girder_In_Bending() {
-  frmBeamShape f;
-  f.Form_Activate(); // the defaults: 120 long, flanges 12 x 0.5, web 16 x 0.5
-  f.txtNumXElements = "14";
-  f.txtNumYElements = "3";
-  f.cmdGenerate_Click();
-  if (!f.Unloaded) throw std::runtime_error("the generator refused the girder");
+  Build_Girder(BeamShape{}, 14, 3, gMesh()); // 120 long, flanges 12 x 0.5, web 16 x 0.5
   const int nx = 14, ny = 3;
   GridNode(0, 0).SetXTDir(1);
   GridNode(0, 0).SetYTDir(1);
@@ -93,9 +81,7 @@ void One_Plate(int nodesX, int nodesY) {
   auto plate = m.fourNodes().Add(n(1), n(2), n(3), n(4), 1, "1");
   plate->Thickness = 0.5f;
   plate->UpdatePropertyDefined();
-  m.twoNodes().GeneratevID();
-  m.fourNodes().GeneratevID();
-  m.Nodes().GeneratevID();
+  m.GeneratevID();
 }
 
 double RunFixture::Run() {

@@ -1,7 +1,7 @@
 // The settings file velk1_4.ini: nine lines of run and display options, and the
 // fallbacks that a damaged file gives.
 #include "TestSession.h"
-#include "model/VELKMain.h"
+#include "session/VELKMain.h"
 #include "view/View.h"
 
 #include <filesystem>

@@ -1,9 +1,9 @@
 // The girder dialog before the command: filling the fields, the two section
 // previews, the key handlers and "Set End 2 = End 1".
 #include "TestSession.h"
-#include "mesh/frmBeamShape.h"
-#include "model/ProjectFile.h"
-#include "model/VELKMain.h"
+#include "forms/frmBeamShape.h"
+#include "session/ProjectFile.h"
+#include "session/VELKMain.h"
 
 #include <functional>
 #include <string>

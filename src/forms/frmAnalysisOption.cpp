@@ -1,9 +1,9 @@
-#include "analysis/frmAnalysisOption.h"
+#include "forms/frmAnalysisOption.h"
 
 #include "common/Fault.h"
 #include "common/Host.h"
 #include "common/TextRules.h"
-#include "model/VELKMain.h"
+#include "session/VELKMain.h"
 
 namespace velk {
 

@@ -1,10 +1,11 @@
-#include "analysis/frmEigen.h"
+#include "forms/frmEigen.h"
 
 #include "analysis/Deck.h"
 #include "analysis/EigenCalculation.h"
 #include "common/Host.h"
 #include "common/TextRules.h"
-#include "model/VELKMain.h"
+#include "session/AnalysisRun.h"
+#include "session/VELKMain.h"
 
 namespace velk {
 

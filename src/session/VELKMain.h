@@ -6,6 +6,7 @@
 #include "model/BeamShape.h"
 #include "model/Material.h"
 #include "model/Mesh.h"
+#include "session/OptionFile.h"
 
 #include <functional>
 #include <memory>
@@ -55,16 +56,5 @@ void New_Model();
 void Reset_Session();
 // Drops every session object and the hooks: a fresh program, for tests.
 void Clear_Session();
-
-// Settings file velk1_4.ini. With the file switched off (the batch tool), the
-// options still survive New_Model: they go through memory instead.
-std::string SettingsPath();
-void SetOptionFileEnabled(bool enabled);
-void Save_Option();
-void Read_Option();
-// The reading of Read_Option on text in memory, with the same fallbacks.
-void Read_Option_Data(std::string data);
-// The nine lines that Save_Option writes.
-std::string Option_Data();
 
 } // namespace velk
