@@ -44,7 +44,7 @@ void Write_Head(RunContext& run) {
   const std::string runId = deck.Text();
   l.Line("[Output Starts]");
   l.Line("Title:" + title);
-  l.Line("Problem Discription:" + discription);
+  l.Line("Problem Discription:" + discription); // the listing's own spelling: keep it
   l.Line("Run ID:" + runId);
   run.counts = Read_Counts(deck);
   const DeckCounts& c = run.counts;
@@ -298,6 +298,7 @@ void Assemble(RunContext& run, const ElementMatrix& Ke, BandMatrix& M,
   l.Line("Dimension of Stiffness Matrix EXCEEDED");
   l.Begin().Text("Degree of Freedom Number  = ").ThenInt(overflow->dof).End();
   l.Begin().Text("Band Width                = ").ThenInt(overflow->band).End();
+  // The message is spelt as the program has always shown it: keep it.
   MsgBox("Dimesnison of Stiffness Matrix Exceeded!:");
   DimensionExceeded = -1;
   throw RunBandOverflow{};

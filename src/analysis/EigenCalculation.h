@@ -2,8 +2,9 @@
 // The elastic buckling analysis of the model, in two stages on one flat mesh:
 // an in-plane plane-stress solution under the applied loads, then the
 // out-of-plane eigenproblem (K + lambda Kg) phi = 0 whose eigenvalue is the
-// buckling load factor. Input comes only from the deck written by Write_Deck;
-// results go back into fixed fields of the model.
+// buckling load factor. The model comes in through the deck written by
+// Write_Deck, the run options from the Analysis it is given; the results go
+// back into fixed fields of the given mesh, by its backward numbering.
 #include <chrono>
 #include <functional>
 #include <string>

@@ -52,8 +52,9 @@ std::string DoubleToFileText(double value);
 // "###0.00", "##0.00#", "00000", "Scientific", "0.000".
 std::string Format(double value, std::string_view picture);
 
-// The 14-column print zones: pads `text` with blanks to the start of the next zone
-// after `column` (0-based current column); returns the padding.
+// The 14-column print zones: the blanks that take the print position from
+// `column` (0-based) to the next zone start. None where it already stands at
+// one, but a whole zone at the start of the line.
 constexpr int kPrintZone = 14;
 std::string ZonePad(std::size_t column);
 

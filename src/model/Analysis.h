@@ -11,6 +11,7 @@ class FieldWriter;
 // Identity, options and result of a run.
 struct Analysis {
   std::string Title = "No Title";
+  // "Discription" is the program's own spelling, in files and on screen: keep it.
   std::string Discription = "No Discription";
   std::string RunID = "0";
   Single EigenValueEstimation = 0;

@@ -63,7 +63,7 @@ EigenDialog::EigenDialog(QWidget* parent) : QDialog(parent) {
   txtEstimation_ = Field(this, "txtEstimation");
   auto* form = new QFormLayout;
   form->addRow("Title", txtTitle_);
-  form->addRow("Discription", txtDiscription_);
+  form->addRow("Discription", txtDiscription_); // the program's own spelling: keep it
   form->addRow("Run Number", txtRunNumber_);
   form->addRow("Estimated", txtEstimation_);
   processreport_ = new QLabel(this);

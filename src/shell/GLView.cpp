@@ -124,7 +124,7 @@ void GLView::resizeGL(int w, int h) {
   v.ScaleHeight = h;
   glViewport(0, 0, w, h);
   // In fit view only the viewport follows: the picture stretches until the next switch.
-  if (v.ScreenMode == 0) {
+  if (v.ScreenMode == ScreenModes::Actual) {
     v.Set_Limits(gMesh().Nodes());
     v.Draw_Projection();
   }

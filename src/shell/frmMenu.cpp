@@ -235,6 +235,7 @@ void frmMenu::BuildMenus() {
   AddMenu(pp, "mnuPopUp_DeleteProperty", "Delete Property",
           [this] { mnuProperty_DeleteProperty_Click(); });
   AddMenu(pp, "mnuPopup_Space_3", "-");
+  // "Proeprty" is the popup's own spelling: keep it.
   AddMenu(pp, "mnuPopUp_ShowProperty", "Show Proeprty",
           [this] { mnuProperty_ShowProperty_Click(); });
   AddMenu(popup_, "mnuPopUp_Space_1", "-");
@@ -256,40 +257,44 @@ void frmMenu::BuildToolBar() {
   toolbar_->setObjectName("Toolbar1");
   toolbar_->setMovable(false);
   toolbar_->setIconSize(QSize(20, 20));
+  // One row per button: its key, its tool tip and the command it gives.
   struct Button {
     const char* key;
     const char* tip;
+    std::function<void()> handler;
   };
-  const Button buttons[] = {{"new", "New Data"},
-                            {"open", "Read Data"},
-                            {"save", "Store Data"},
-                            {nullptr, nullptr},
-                            {"mesh", "Generate Mesh"},
-                            {nullptr, nullptr},
-                            {"plate", "Set Plate Thickness"},
-                            {"stiffener", "Set Stiffener Size"},
-                            {"boundary", "Set Boundary Condition"},
-                            {"brace", "Set Brace Stiffness"},
-                            {"load", "Set Point Loading Condition"},
-                            {nullptr, nullptr},
-                            {"select", "Switch to Selection Mode"},
-                            {"set", "Set Property"},
-                            {"delete", "Delete Property"},
-                            {"copy", "Copy Property"},
-                            {"paste", "Paste Property"},
-                            {nullptr, nullptr},
-                            {"property", "Show Property"},
-                            {nullptr, nullptr},
-                            {"topview", "View from the Top"},
-                            {"leftview", "View from the Left"},
-                            {"viewangle", "View at an angle"},
-                            {"zoomall", "Zoom All"},
-                            {"zoomin", "Switch to Zoom-In-Center Mode"},
-                            {"zoomout", "Switch to Zoom-Out-Center Mode"},
-                            {"center", "Switch to Move-to-Center Mode"},
-                            {"refresh", "Refresh View Screen"},
-                            {nullptr, nullptr},
-                            {"run", "Calculate Buckling Strength"}};
+  const Button separator{nullptr, nullptr, {}};
+  const Button buttons[] = {
+      {"new", "New Data", [this] { mnuFile_New_Click(); }},
+      {"open", "Read Data", [this] { mnuFile_Open_Click(); }},
+      {"save", "Store Data", [this] { mnuFile_SaveData_Click(); }},
+      separator,
+      {"mesh", "Generate Mesh", [this] { mnuBeam_Beam_Click(); }},
+      separator,
+      {"plate", "Set Plate Thickness", [this] { mnuElements_Plate_Click(); }},
+      {"stiffener", "Set Stiffener Size", [this] { mnuElements_Stiffener_Click(); }},
+      {"boundary", "Set Boundary Condition", [this] { mnuElements_Boundary_Click(); }},
+      {"brace", "Set Brace Stiffness", [this] { mnuElements_Brace_Click(); }},
+      {"load", "Set Point Loading Condition", [this] { mnuElements_Load_Click(); }},
+      separator,
+      {"select", "Switch to Selection Mode", [this] { mnuView_Selection_Click(); }},
+      {"set", "Set Property", [this] { mnuProperty_SetProperty_Click(); }},
+      {"delete", "Delete Property", [this] { mnuProperty_DeleteProperty_Click(); }},
+      {"copy", "Copy Property", [this] { mnuProperty_CopyProperty_Click(); }},
+      {"paste", "Paste Property", [this] { mnuProperty_PasteProperty_Click(); }},
+      separator,
+      {"property", "Show Property", [this] { mnuProperty_ShowProperty_Click(); }},
+      separator,
+      {"topview", "View from the Top", [] { gView().TopView(); }},
+      {"leftview", "View from the Left", [] { gView().LeftView(); }},
+      {"viewangle", "View at an angle", [] { gView().ViewAngle(); }},
+      {"zoomall", "Zoom All", [this] { mnuView_ZoomAll_Click(); }},
+      {"zoomin", "Switch to Zoom-In-Center Mode", [this] { mnuView_ZoomInCenter_Click(); }},
+      {"zoomout", "Switch to Zoom-Out-Center Mode", [this] { mnuView_ZoomOutCenter_Click(); }},
+      {"center", "Switch to Move-to-Center Mode", [this] { mnuView_Center_Click(); }},
+      {"refresh", "Refresh View Screen", [this] { mnuView_Refresh_Click(); }},
+      separator,
+      {"run", "Calculate Buckling Strength", [this] { mnuRun_Run_Click(); }}};
   for (const Button& b : buttons) {
     if (!b.key) {
       toolbar_->addSeparator();
@@ -303,6 +308,7 @@ void frmMenu::BuildToolBar() {
     a->setData(key);
     connect(a, &QAction::triggered, this, [this, key] { Toolbar1_ButtonClick(key); });
     tools_.insert(key, a);
+    toolHandlers_.insert(key, b.handler);
   }
   tools_["property"]->setCheckable(true);
 }
@@ -338,8 +344,8 @@ int frmMenu::HelpContext() const {
 
 void frmMenu::Update() {
   View& v = gView();
-  v.MeshMode = 3;
-  v.PropertyMode = 1;
+  v.MeshMode = MeshModes::Plate;
+  v.PropertyMode = PropertyModes::Plate;
   gSelection().ClearSelectedItem();
   if (!isVisible()) return;
   panels_["x"]->clear();
@@ -360,7 +366,7 @@ void frmMenu::updateToolBar() {
     for (const char* n : names)
       menus_[n]->setChecked(false);
     const long mode = gView().PropertyMode;
-    if (mode >= 1 && mode <= 5) {
+    if (mode >= PropertyModes::Plate && mode <= PropertyModes::Load) {
       menus_[names[mode - 1]]->setChecked(true);
       panels_["editmode"]->setPixmap(IconFor(kModeIcons[mode - 1]).pixmap(18, 18));
       panels_["editmode"]->setProperty("picture", kModeIcons[mode - 1]);
@@ -373,7 +379,7 @@ void frmMenu::updateToolBar() {
 void frmMenu::ShowCoordinates(const QPoint& p) {
   double x = 0, y = 0, z = 0;
   bool on = false;
-  if (gView().ViewMode == 0) {
+  if (gView().ViewMode == ViewModes::Select) {
     view_->makeCurrent();
     on = Probe_Model_Point(gView(), p.x(), p.y(), x, y, z);
     view_->doneCurrent();
@@ -407,7 +413,7 @@ void frmMenu::mnuFile_Report_Grid_Click() {} // likewise the displacement grid
 void frmMenu::mnuCreate_BMP_Click() {
   Trap("Error..[Generate BMP]", [this] {
     panels_["operationmode"]->setText("Create BMP");
-    gView().ViewMode = 6;
+    gView().ViewMode = ViewModes::BitmapBox;
   });
 }
 
@@ -434,12 +440,11 @@ void frmMenu::mnuRunOption_Click() {
   });
 }
 
-void frmMenu::EditMode(int propertyMode, const char* trap) {
+void frmMenu::EditMode(Long propertyMode, const char* trap) {
   Trap(trap, [this, propertyMode] {
-    static const int meshModes[] = {3, 2, 1, 1, 1};
     gSelection().ClearSelectedItem();
     gView().PropertyMode = propertyMode;
-    gView().MeshMode = meshModes[propertyMode - 1];
+    gView().MeshMode = MeshModeOf(propertyMode);
     gView().Refresh();
     updateToolBar();
   });
@@ -451,7 +456,7 @@ void frmMenu::mnuProperty_PasteProperty_Click() {}
 void frmMenu::mnuProperty_DeleteProperty_Click() {}
 void frmMenu::mnuProperty_ShowProperty_Click() {}
 
-void frmMenu::Tool(int viewMode, const char* panelText, const char* trap) {
+void frmMenu::Tool(Long viewMode, const char* panelText, const char* trap) {
   Trap(trap, [this, viewMode, panelText] {
     panels_["operationmode"]->setText(panelText);
     gView().ViewMode = viewMode;
@@ -479,7 +484,8 @@ void frmMenu::mnuView_Zoom(float zoom) {
 
 void frmMenu::mnuView_Window_Click() {
   gView().ScreenModeChange(gMesh().Nodes());
-  panels_["viewscale"]->setText(gView().ScreenMode == 0 ? "ACTUAL VIEW" : "FIT VIEW");
+  panels_["viewscale"]->setText(gView().ScreenMode == ScreenModes::Actual ? "ACTUAL VIEW"
+                                                                          : "FIT VIEW");
 }
 
 void frmMenu::mnuView_Clip_Click() {}
@@ -509,54 +515,7 @@ void frmMenu::mnuHelp_About_Click() {
 
 void frmMenu::Toolbar1_ButtonClick(const QString& key) {
   Trap("Error..[Toolbar]", [this, key] {
-    if (key == "new")
-      mnuFile_New_Click();
-    else if (key == "open")
-      mnuFile_Open_Click();
-    else if (key == "save")
-      mnuFile_SaveData_Click();
-    else if (key == "mesh")
-      mnuBeam_Beam_Click();
-    else if (key == "plate")
-      mnuElements_Plate_Click();
-    else if (key == "stiffener")
-      mnuElements_Stiffener_Click();
-    else if (key == "boundary")
-      mnuElements_Boundary_Click();
-    else if (key == "brace")
-      mnuElements_Brace_Click();
-    else if (key == "load")
-      mnuElements_Load_Click();
-    else if (key == "select")
-      mnuView_Selection_Click();
-    else if (key == "set")
-      mnuProperty_SetProperty_Click();
-    else if (key == "delete")
-      mnuProperty_DeleteProperty_Click();
-    else if (key == "copy")
-      mnuProperty_CopyProperty_Click();
-    else if (key == "paste")
-      mnuProperty_PasteProperty_Click();
-    else if (key == "property")
-      mnuProperty_ShowProperty_Click();
-    else if (key == "topview")
-      gView().TopView();
-    else if (key == "leftview")
-      gView().LeftView();
-    else if (key == "viewangle")
-      gView().ViewAngle();
-    else if (key == "zoomall")
-      mnuView_ZoomAll_Click();
-    else if (key == "zoomin")
-      mnuView_ZoomInCenter_Click();
-    else if (key == "zoomout")
-      mnuView_ZoomOutCenter_Click();
-    else if (key == "center")
-      mnuView_Center_Click();
-    else if (key == "refresh")
-      mnuView_Refresh_Click();
-    else if (key == "run")
-      mnuRun_Run_Click();
+    if (const auto handler = toolHandlers_.value(key)) handler();
   });
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 // The main window: menu bar, popup, tool bar, status bar and the GL surface,
 // with one handler per command.
+#include "view/View.h"
+
 #include <QMainWindow>
 #include <QMap>
 #include <functional>
@@ -48,23 +50,29 @@ public:
   void mnuBeam_Beam_Click();
   void mnuRun_Run_Click();
   void mnuRunOption_Click();
-  void mnuElements_Plate_Click() { EditMode(1, "Error..[Plate]"); }
-  void mnuElements_Stiffener_Click() { EditMode(2, "Error..[Stiffener]"); }
-  void mnuElements_Boundary_Click() { EditMode(3, "Error..[Boundary]"); }
-  void mnuElements_Brace_Click() { EditMode(4, "Error..[Brace]"); }
-  void mnuElements_Load_Click() { EditMode(5, "Error..[Load]"); }
+  void mnuElements_Plate_Click() { EditMode(PropertyModes::Plate, "Error..[Plate]"); }
+  void mnuElements_Stiffener_Click() { EditMode(PropertyModes::Stiffener, "Error..[Stiffener]"); }
+  void mnuElements_Boundary_Click() { EditMode(PropertyModes::Boundary, "Error..[Boundary]"); }
+  void mnuElements_Brace_Click() { EditMode(PropertyModes::Brace, "Error..[Brace]"); }
+  void mnuElements_Load_Click() { EditMode(PropertyModes::Load, "Error..[Load]"); }
   void mnuProperty_SetProperty_Click();
   void mnuProperty_CopyProperty_Click();
   void mnuProperty_PasteProperty_Click();
   void mnuProperty_DeleteProperty_Click();
   void mnuProperty_ShowProperty_Click();
-  void mnuView_Selection_Click() { Tool(0, "SELECT", "Error..[Selection Mode]"); }
-  void mnuTranslate_Click() { Tool(1, "TRANSLATE", nullptr); }
-  void mnuRotateXY_Click() { Tool(2, "ROTATE:X/Y", nullptr); }
-  void mnuView_ZoomIn_Click() { Tool(4, "ZOOM:IN/OUT", "Error..[View ZoomIn]"); }
-  void mnuView_ZoomInCenter_Click() { Tool(7, "ZOOM IN/Center", "Error..[View ZoomInCenter]"); }
-  void mnuView_ZoomOutCenter_Click() { Tool(8, "ZOOM OUT/Center", "Error..[View ZoomOutCenter]"); }
-  void mnuView_Center_Click() { Tool(9, "Move to Center", "Error..[View MovetoCenter]"); }
+  void mnuView_Selection_Click() { Tool(ViewModes::Select, "SELECT", "Error..[Selection Mode]"); }
+  void mnuTranslate_Click() { Tool(ViewModes::Translate, "TRANSLATE", nullptr); }
+  void mnuRotateXY_Click() { Tool(ViewModes::Rotate, "ROTATE:X/Y", nullptr); }
+  void mnuView_ZoomIn_Click() { Tool(ViewModes::Zoom, "ZOOM:IN/OUT", "Error..[View ZoomIn]"); }
+  void mnuView_ZoomInCenter_Click() {
+    Tool(ViewModes::ZoomInCenter, "ZOOM IN/Center", "Error..[View ZoomInCenter]");
+  }
+  void mnuView_ZoomOutCenter_Click() {
+    Tool(ViewModes::ZoomOutCenter, "ZOOM OUT/Center", "Error..[View ZoomOutCenter]");
+  }
+  void mnuView_Center_Click() {
+    Tool(ViewModes::MoveToCenter, "Move to Center", "Error..[View MovetoCenter]");
+  }
   void mnuView_Refresh_Click();
   void mnuView_ZoomAll_Click();
   void mnuView_Zoom(float zoom);
@@ -94,8 +102,8 @@ private:
   void BuildStatusBar();
   QAction* AddMenu(QMenu* parent, const QString& name, const QString& caption,
                    std::function<void()> handler = {});
-  void EditMode(int propertyMode, const char* trap);
-  void Tool(int viewMode, const char* panelText, const char* trap);
+  void EditMode(Long propertyMode, const char* trap);
+  void Tool(Long viewMode, const char* panelText, const char* trap);
   void ShowHelp(int context);
   void ShowCoordinates(const QPoint& p);
 
@@ -105,6 +113,7 @@ private:
   HelpWindow* help_ = nullptr;
   QMap<QString, QAction*> menus_;
   QMap<QString, QAction*> tools_;
+  QMap<QString, std::function<void()>> toolHandlers_; // by the key of the button
   QMap<QString, QLabel*> panels_;
   bool unloaded_ = false;
 };

@@ -27,7 +27,7 @@ std::string Number(Long v) {
 // Symbols keep their shape in fit view: undo the stretch after the translation.
 void UndoStretch() {
   const View& v = gView();
-  if (v.ScreenMode == 1)
+  if (v.ScreenMode == ScreenModes::Fit)
     glScalef(1.0f / (v.ScreenModeFactorX * 0.8f), 1.0f / (v.ScreenModeFactorY * 0.7f), 1.0f);
 }
 
@@ -62,7 +62,7 @@ struct LocalFrame {
 LocalFrame FrameAt(const Nodeb& n, float z) {
   const View& v = gView();
   LocalFrame f{n.xcoord, n.ycoord, z, 1, 1};
-  if (v.ScreenMode == 1) {
+  if (v.ScreenMode == ScreenModes::Fit) {
     f.sx = 1.0f / (v.ScreenModeFactorX * 0.8f);
     f.sy = 1.0f / (v.ScreenModeFactorY * 0.7f);
   }
@@ -494,7 +494,7 @@ void Draw_Coordinate(View& v) {
     glColor3f(1, 0, 0);
     const double w = v.SLimitMaxXY, m = v.LimitMaxXY;
     const double cx = v.LimitCX, cy = v.LimitCY;
-    const bool fit = v.ScreenMode == 1;
+    const bool fit = v.ScreenMode == ScreenModes::Fit;
     const double z0 = fit ? 0.001 * m : 0.001 * w;
     const double ax = fit ? 0.1 * v.LimitMaxX : 0.1 * w;
     const double ay = fit ? 0.1 * v.LimitMaxY : 0.1 * w;
@@ -548,7 +548,7 @@ void Paint_Frame(View& v) {
   glDisable(GL_LIGHT0);
   glDisable(GL_LIGHTING);
   Load_Projection(v);
-  if (v.OptionShowStress == 0) {
+  if (v.OptionShowStress == StressPlots::None) {
     const double planes[4][4] = {{1, 0, 0, -v.HClipFrom},
                                  {-1, 0, 0, v.HClipTo},
                                  {0, 1, 0, -v.VClipFrom},

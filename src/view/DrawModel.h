@@ -59,8 +59,8 @@ void DrawPlates(const fourNodes& all, Boolean PV, Boolean P,
                 std::vector<SymbolBatch::Label>& labels);
 void DrawSelected(const fourNode& p, Single SelectedMarkerSize);
 
-// The frame: clear, clip planes, axes, model; swap is the caller's. Loads the
-// view's projection first when `loadProjection` (after a change of it).
+// The frame: clear, the view's projection and modelview, clip planes, axes,
+// model; swap is the caller's.
 void Paint_Frame(View& v);
 // Loads the matrices the view keeps into GL.
 void Load_Projection(const View& v);

@@ -151,10 +151,10 @@ bool View::ModelToScreen(double x, double y, double z, double& wx, double& wy, d
 
 View::View() {
   // The state of Initialization, then the option defaults, then a frame.
-  ViewMode = 0;
-  PropertyMode = 1;
-  MeshMode = 3;
-  ScreenMode = 0;
+  ViewMode = ViewModes::Select;
+  PropertyMode = PropertyModes::Plate;
+  MeshMode = MeshModes::Plate;
+  ScreenMode = ScreenModes::Actual;
   Set_Limits(Nodes{});
   HClipFrom = static_cast<Single>(SLimitX0);
   HClipTo = static_cast<Single>(SLimitX1);
@@ -225,7 +225,7 @@ void View::ComputeLimits(const Nodes& nodes) {
     SLimitY1 = SLimitCY + SLimitMaxY / 2;
   }
   ScreenModeFactorX = ScreenModeFactorY = 1;
-  if (ScreenMode == 1) {
+  if (ScreenMode == ScreenModes::Fit) {
     if (LimitMaxX == 0) Raise(errDivByZero);
     ScreenModeFactorX = static_cast<Single>(SLimitMaxX / LimitMaxX);
     if (LimitMaxY == 0) Raise(errDivByZero);
@@ -255,7 +255,7 @@ void View::Draw_ModelView() {
   Rotate(m, ViewRX, 0, 1, 0);
   Rotate(m, ViewRY, 1, 0, 0);
   Rotate(m, ViewRZ, 0, 0, 1);
-  if (ScreenMode == 0)
+  if (ScreenMode == ScreenModes::Actual)
     Scale(m, ViewZoom, ViewZoom, ViewZoom);
   else
     Scale(m, f(ViewZoom * ScreenModeFactorX * 0.8), f(ViewZoom * ScreenModeFactorY * 0.7),
@@ -269,7 +269,7 @@ void View::Refresh() {
 }
 
 void View::ScreenModeChange(const Nodes& nodes) {
-  ScreenMode = ScreenMode == 0 ? 1 : 0;
+  ScreenMode = ScreenMode == ScreenModes::Actual ? ScreenModes::Fit : ScreenModes::Actual;
   Set_Limits(nodes);
   Draw_Projection();
   Refresh();
@@ -329,10 +329,10 @@ void View::SetUpClipEq(double hfrom, double hto, double vfrom, double vto) {
 }
 
 void View::Initialization(const Nodes& nodes) {
-  ViewMode = 0;
-  PropertyMode = 1;
-  MeshMode = 3;
-  ScreenMode = 0;
+  ViewMode = ViewModes::Select;
+  PropertyMode = PropertyModes::Plate;
+  MeshMode = MeshModes::Plate;
+  ScreenMode = ScreenModes::Actual;
   Set_Limits(nodes);
   SetUpClipEq(SLimitX0, SLimitX1, SLimitY0, SLimitY1);
   ViewX = ViewY = 0;
@@ -357,7 +357,7 @@ void View::SetOptionFallbacks() {
   OptionInpMagFactor = OptionOutpMagFactor = 10;
   OptionSelectedMarker_Size = OptionPropertyMarker_Size = OptionLayerOffset_Distance = 10;
   OptionFontSize = 10;
-  OptionShowStress = 0;
+  OptionShowStress = StressPlots::None;
   OptionZoomCenterFactor = 2;
   OptionShowPlate = vbTrue;
   OptionShading = vbTrue;

@@ -15,14 +15,47 @@ class Nodes;
 
 using Matrix4 = std::array<double, 16>; // column-major, as GL keeps it
 
+// The values the modes of the view take; the fields stay plain integers
+// because the settings file and the dialogs store them as such.
+struct ViewModes { // the tool of the left mouse button
+  enum : Long {
+    Select = 0,
+    Translate = 1,
+    Rotate = 2,
+    Zoom = 4,
+    BitmapBox = 6,
+    ZoomInCenter = 7,
+    ZoomOutCenter = 8,
+    MoveToCenter = 9
+  };
+};
+struct PropertyModes { // the edit mode
+  enum : Long { Plate = 1, Stiffener = 2, Boundary = 3, Brace = 4, Load = 5 };
+};
+struct MeshModes { // what a pick selects
+  enum : Long { Node = 1, Stiffener = 2, Plate = 3 };
+};
+struct ScreenModes {
+  enum : Long { Actual = 0, Fit = 1 };
+};
+struct StressPlots { // OptionShowStress
+  enum : Long { None = 0, Sx = 1, Sy = 2, Sxy = 3, Mises = 4 };
+};
+// The class of object that an edit mode picks.
+constexpr Long MeshModeOf(Long propertyMode) {
+  return propertyMode == PropertyModes::Plate       ? MeshModes::Plate
+         : propertyMode == PropertyModes::Stiffener ? MeshModes::Stiffener
+                                                    : MeshModes::Node;
+}
+
 class View {
 public:
   View();
 
-  Long ViewMode = 0;
-  Long PropertyMode = 1;
-  Long MeshMode = 3;
-  Long ScreenMode = 0;
+  Long ViewMode = ViewModes::Select;
+  Long PropertyMode = PropertyModes::Plate;
+  Long MeshMode = MeshModes::Plate;
+  Long ScreenMode = ScreenModes::Actual;
   double ViewX = 0, ViewY = 0;
   double ViewRX = 0, ViewRY = 0, ViewRZ = 0;
   Single ViewZoom = 1;
@@ -64,7 +97,7 @@ public:
   Single OptionPropertyMarker_Size = 3;
   Single OptionLayerOffset_Distance = 3;
   Integer OptionFontSize = 10;
-  Long OptionShowStress = 0;
+  Long OptionShowStress = StressPlots::None;
   Single OptionZoomCenterFactor = 2;
   Boolean OptionShading = vbFalse;
 
