@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdlib>
 #include <cstring>
+#include <string_view>
 #include <vector>
 
 #include "analysis/CheckedArithmetic.h"
@@ -24,7 +26,8 @@ void CheckVector(std::size_t size, int n) {
 
 // The factoring, the solve and the product are where nearly all the time of a
 // large run goes. They are written once over a short vector type and built for
-// three instruction sets; the widest the processor offers is chosen once.
+// three instruction sets; the widest the processor offers is chosen once
+// (Band_Kernel).
 //
 // Addressing: rows are B long, so entry (i, k), k >= i, 0-based, lies at
 // i * B + (k - i) = i * (B - 1) + k. Within the band the upper triangle is a
@@ -304,16 +307,30 @@ VELK_KERNELS(IsaAvx2, __attribute__((target("avx2,fma"))))
 VELK_KERNELS(IsaAvx512, __attribute__((target("avx512f,avx512vl,avx512dq,avx2,fma"))))
 #endif
 
+// An unknown name, or a kernel this processor lacks, leaves the choice to the
+// processor: the program never stops over a test knob.
+BandKernel Choose() {
+  constexpr BandKernel widestFirst[] = {BandKernel::Avx512, BandKernel::Avx2, BandKernel::Plain};
+  if (const char* asked = std::getenv("VELK_BAND_KERNEL"))
+    for (BandKernel k : widestFirst)
+      if (asked == std::string_view(Band_KernelName(k)) && Band_KernelRuns(k)) return k;
+  for (BandKernel k : widestFirst)
+    if (Band_KernelRuns(k)) return k;
+  return BandKernel::Plain;
+}
+
 const Kernels& Chosen() {
   static const Kernels k = [] {
+    switch (Band_Kernel()) {
 #if defined(__x86_64__)
-    if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512vl") &&
-        __builtin_cpu_supports("avx512dq"))
+    case BandKernel::Avx512:
       return Kernels{FactorIsaAvx512, SolveIsaAvx512, MultiplyIsaAvx512};
-    if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma"))
+    case BandKernel::Avx2:
       return Kernels{FactorIsaAvx2, SolveIsaAvx2, MultiplyIsaAvx2};
 #endif
-    return Kernels{FactorIsaBase, SolveIsaBase, MultiplyIsaBase};
+    default:
+      return Kernels{FactorIsaBase, SolveIsaBase, MultiplyIsaBase};
+    }
   }();
   return k;
 }
@@ -389,6 +406,38 @@ void Band_Prescribe(BandMatrix& M, std::span<double> F, int dof, double value, i
       M(dof, l) = 0.0;
     }
   }
+}
+
+const char* Band_KernelName(BandKernel kernel) {
+  switch (kernel) {
+  case BandKernel::Avx2:
+    return "avx2";
+  case BandKernel::Avx512:
+    return "avx512";
+  default:
+    return "plain";
+  }
+}
+
+bool Band_KernelRuns(BandKernel kernel) {
+  switch (kernel) {
+#if defined(__x86_64__)
+  case BandKernel::Avx2:
+    return __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
+  case BandKernel::Avx512:
+    return __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512vl") &&
+           __builtin_cpu_supports("avx512dq");
+#endif
+  case BandKernel::Plain:
+    return true;
+  default:
+    return false;
+  }
+}
+
+BandKernel Band_Kernel() {
+  static const BandKernel k = Choose();
+  return k;
 }
 
 void Band_Factor(BandMatrix& M, int n, int bw) {

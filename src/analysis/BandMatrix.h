@@ -91,4 +91,15 @@ void Band_Solve(const BandMatrix& M, std::span<double> x, std::span<double> f, i
 void Band_Multiply(const BandMatrix& Kg, std::span<const double> x, std::span<double> y, int n,
                    int bw);
 
+// The factoring, the solve and the product are built for three instruction
+// sets, and the first call of any of them chooses one for the whole process:
+// the widest this processor executes, unless the environment variable
+// VELK_BAND_KERNEL names another that it executes ("plain", "avx2",
+// "avx512"), which is how the tests run each kernel on one machine. Any other
+// value is ignored.
+enum class BandKernel { Plain, Avx2, Avx512 };
+const char* Band_KernelName(BandKernel kernel);
+bool Band_KernelRuns(BandKernel kernel); // on this processor
+BandKernel Band_Kernel();                // the one in use
+
 } // namespace velk

@@ -1,7 +1,10 @@
 // Upper-band storage: assembly with its overflow, prescribed freedoms, the
-// factoring without row exchange, the solve and the product.
+// factoring without row exchange, the solve and the product; and which of the
+// kernels does the work.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <limits>
 #include <random>
 
@@ -287,6 +290,37 @@ TEST(BandMultiply, IsMinusTheSymmetricProduct) {
   big(4, 2) = 1e308;
   Vector x(10, 1e10), y(10);
   EXPECT_EQ(FaultOf([&] { Band_Multiply(big, x, y, 10, 3); }), errOverflow);
+  // One overflowing entry, in each vector lane and in the tail after them.
+  for (int i = 1; i <= 13; ++i) {
+    BandMatrix D(13, 1);
+    for (int r = 1; r <= 13; ++r)
+      D(r, 1) = r == i ? 1e308 : 1.0;
+    Vector tens(13, 10.0), z(13);
+    EXPECT_EQ(FaultOf([&] { Band_Multiply(D, tens, z, 13, 1); }), errOverflow) << i;
+  }
+}
+
+// CTest runs this file and the full runs once per kernel, naming it in
+// VELK_BAND_KERNEL. The tests above must then have run on that kernel; one
+// this processor cannot execute makes the entry a skip, not a pass won on
+// another kernel. Unset, the widest the processor executes does the work.
+TEST(BandKernel, TheKernelAskedForIsTheOneInUse) {
+  const BandKernel all[] = {BandKernel::Plain, BandKernel::Avx2, BandKernel::Avx512};
+  const char* asked = std::getenv("VELK_BAND_KERNEL");
+  if (asked == nullptr) {
+    BandKernel widest = BandKernel::Plain;
+    for (BandKernel k : all)
+      if (Band_KernelRuns(k)) widest = k;
+    EXPECT_EQ(Band_KernelName(Band_Kernel()), std::string(Band_KernelName(widest)));
+    return;
+  }
+  const auto* k = std::find_if(std::begin(all), std::end(all), [&](BandKernel kernel) {
+    return Band_KernelName(kernel) == std::string(asked);
+  });
+  ASSERT_NE(k, std::end(all)) << "no band kernel is named " << asked;
+  if (!Band_KernelRuns(*k))
+    GTEST_SKIP() << "band kernel " << asked << " cannot run on this processor";
+  EXPECT_EQ(Band_KernelName(Band_Kernel()), std::string(asked));
 }
 
 } // namespace

@@ -149,5 +149,20 @@ TEST_F(RunTest, ColumnOfStiffenersBucklesLikeEulerAndListsNoPlates) {
   EXPECT_EQ(listing.back(), "[Output Ends]");
 }
 
+TEST_F(RunTest, GirderInBendingBucklesLaterallyAtTheClassicalMoment) {
+  Girder_In_Bending();
+  gAnalysis().EigenValueEstimation = 20000; // -24660, the reversed moment, is as near to 0
+  const double lambda = Run();
+  EXPECT_NEAR(lambda, 24660, 5);
+  // Uniform moment on a span held against twist at its ends and free to warp:
+  // M = pi / L sqrt(E Iy (G J + (pi / L)^2 E Cw)), flanges 12 x 0.5 at 16.5
+  // apart, web 16 x 0.5.
+  const double E = 29000, G = E / 2.6, L = 120, h = 16.5, flange = 0.5 * 12 * 12 * 12 / 12;
+  const double Iy = 2 * flange + 16 * 0.125 / 12, J = (2 * 12 + 16) * 0.125 / 3;
+  const double Cw = flange * h * h / 2;
+  const double classical = M_PI / L * std::sqrt(E * Iy * (G * J + M_PI * M_PI / (L * L) * E * Cw));
+  EXPECT_NEAR(lambda / classical, 1.0, 0.005);
+}
+
 } // namespace
 } // namespace velk::test
