@@ -6,6 +6,7 @@
 #include <QScreen>
 #include <QTextBrowser>
 #include <QTextStream>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -62,6 +63,17 @@ void HelpWindow::JoinOwner(QWidget* owner) {
     move(at);
     show();
   }
+}
+
+bool HelpWindow::event(QEvent* e) {
+  // A modal window came up over the open help: the help goes with it, once
+  // the modal window has settled, so as to stay usable.
+  if (e->type() == QEvent::WindowBlocked)
+    QTimer::singleShot(0, this, [this] {
+      QWidget* modal = QApplication::activeModalWidget();
+      if (modal && modal != this) JoinOwner(modal);
+    });
+  return QDialog::event(e);
 }
 
 bool HelpWindow::eventFilter(QObject* o, QEvent* e) {

@@ -23,6 +23,7 @@ public:
   static QRect PlaceBeside(const QRect& main, const QSize& size, const QRect& screen);
 
 protected:
+  bool event(QEvent* e) override;
   bool eventFilter(QObject* o, QEvent* e) override;
 
 private:

@@ -505,19 +505,24 @@ void tst_frmMenu::helpStandsBesideTheMainWindow() {
 
 void tst_frmMenu::helpTakesInputOverAModalDialogAndOutlivesIt() {
   ShellSession s;
-  bool tookKey = false;
+  s.menu->mnuVELKHelp_Click(); // open before the dialog, and opened from it
+  int tookKeys = 0;
   QTimer::singleShot(0, s.menu.get(), [&] {
     auto* dlg = qobject_cast<BeamShapeDialog*>(QApplication::activeModalWidget());
+    for (int i = 0; dlg && i < 2; ++i) {
+      if (i == 1) QTest::keyClick(dlg->Field("txtBL"), Qt::Key_F1);
+      QTest::qWait(20);
+      // Escape closes the help only if the modal dialog does not block it.
+      QTest::keyClick(s.menu->Help()->windowHandle(), Qt::Key_Escape);
+      tookKeys += !s.menu->Help()->isVisible();
+    }
     if (!dlg) return;
-    QTest::keyClick(dlg->Field("txtBL"), Qt::Key_F1);
-    // Escape closes the help only if the modal dialog does not block it.
-    QTest::keyClick(s.menu->Help()->windowHandle(), Qt::Key_Escape);
-    tookKey = !s.menu->Help()->isVisible();
+    QApplication::setActiveWindow(dlg); // F1 opens the page of the active window
     QTest::keyClick(dlg->Field("txtBL"), Qt::Key_F1);
     dlg->reject();
   });
   s.menu->mnuBeam_Beam_Click(); // modal until the timer closes it
-  QVERIFY(tookKey);
+  QCOMPARE(tookKeys, 2);
   QVERIFY(s.menu->Help() && s.menu->Help()->isVisible());
   QVERIFY(s.menu->Help()->Browser()->source().toString().endsWith("beam.html"));
   QCOMPARE(s.menu->Help()->parentWidget(), s.menu.get());
