@@ -39,6 +39,13 @@ struct FileDialog {
   std::string FileName;  // full path, kept between uses
   std::string FileTitle; // the name without folder, set when the dialog returns
 
+  // The extension of the selected filter's first pattern ("inp" for "*.inp");
+  // empty when that pattern names no single extension ("*.*").
+  std::string FilterExtension() const;
+  // A name saved without an extension gets the selected filter's, so that the
+  // same filter lists it again; a name with one is kept as typed.
+  std::string WithFilterExtension(const std::string& path) const;
+
   static constexpr int cdlOFNReadOnly = 1;
   static constexpr int cdlOFNOverwritePrompt = 2;
   static constexpr int cdlOFNHideReadOnly = 4;

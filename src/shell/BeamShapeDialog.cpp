@@ -8,6 +8,7 @@
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -129,6 +130,8 @@ BeamShapeDialog::BeamShapeDialog(QWidget* parent) : QDialog(parent) {
           [this] { Run(&frmBeamShape::Picture2_Click); });
   generate->setDefault(true);
   FromForm(); // the element counts start with the form's own texts
+  for (QWidget* w : findChildren<QWidget*>())
+    w->installEventFilter(this); // every key that goes down in the dialog
 }
 
 // Each text field of the window and the form's field it mirrors.
@@ -191,9 +194,14 @@ bool BeamShapeDialog::eventFilter(QObject* o, QEvent* e) {
     // Select_Text: typing replaces the whole field.
     if (auto* line = qobject_cast<QLineEdit*>(o))
       QTimer::singleShot(0, line, [line] { line->selectAll(); });
+  } else if (e->type() == QEvent::KeyPress) {
+    keysDown_.insert(static_cast<QKeyEvent*>(e)->key());
   } else if (e->type() == QEvent::KeyRelease) {
+    // A key pressed elsewhere, such as the Enter or Escape that closed a
+    // message box of the preview, is not a key of the field: counting its
+    // release would draw the preview and show that message again, forever.
     auto it = keyUps_.find(o);
-    if (it != keyUps_.end()) Run(it.value());
+    if (keysDown_.remove(static_cast<QKeyEvent*>(e)->key()) && it != keyUps_.end()) Run(it.value());
   }
   return QDialog::eventFilter(o, e);
 }

@@ -4,6 +4,7 @@
 
 #include <QDialog>
 #include <QMap>
+#include <QSet>
 
 class QCheckBox;
 class QLineEdit;
@@ -33,6 +34,7 @@ private:
   frmBeamShape form_;
   QMap<QString, QLineEdit*> fields_;
   QMap<QObject*, void (frmBeamShape::*)()> keyUps_;
+  QSet<int> keysDown_; // keys that went down in this dialog and are not yet up
   QCheckBox* chkProportionalMesh_ = nullptr;
   SectionPreview* Picture1_ = nullptr;
   SectionPreview* Picture2_ = nullptr;

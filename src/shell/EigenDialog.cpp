@@ -149,6 +149,9 @@ AnalysisOptionDialog::AnalysisOptionDialog(QWidget* parent) : QDialog(parent) {
   setWindowTitle("Analysis Option");
   setProperty("helpContext", 20020);
   auto* tabs = new QTabWidget(this);
+  // The dialog is as wide as its tab titles, each shown whole.
+  tabs->setUsesScrollButtons(false);
+  tabs->setElideMode(Qt::ElideNone);
   auto* iteration = new QWidget;
   auto* iform = new QFormLayout(iteration);
   txtShift_ = Field(iteration, "txtShift");

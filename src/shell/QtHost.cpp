@@ -106,21 +106,47 @@ std::string QtHost::QtFilter(const std::string& filter, int filterIndex, std::st
   return out;
 }
 
+namespace {
+
+// The name written exists: replace it? No goes back to the dialog.
+bool ConfirmOverwrite(QWidget* parent, const QString& title, const QString& path) {
+  QMessageBox box(QMessageBox::Warning, title,
+                  QFileInfo(path).fileName() + " already exists.\nDo you want to replace it?",
+                  QMessageBox::Yes | QMessageBox::No, parent);
+  box.setDefaultButton(QMessageBox::No);
+  return box.exec() == QMessageBox::Yes;
+}
+
+} // namespace
+
 bool QtHost::ShowFile(FileDialog& d, bool save) {
   std::string selected;
-  QString filter = QString::fromStdString(QtFilter(d.Filter, d.FilterIndex, &selected));
+  const QString filter = QString::fromStdString(QtFilter(d.Filter, d.FilterIndex, &selected));
+  const QStringList entries = filter.split(";;");
   QString sel = QString::fromStdString(selected);
-  QFileDialog::Options opts;
-  if (save && !(d.Flags & FileDialog::cdlOFNOverwritePrompt))
-    opts |= QFileDialog::DontConfirmOverwrite;
-  QString title = QString::fromStdString(d.DialogTitle);
+  // The extension comes after the dialog, so the dialog cannot ask about the
+  // name that is written: the question is asked here.
+  const QFileDialog::Options opts =
+      save ? QFileDialog::DontConfirmOverwrite : QFileDialog::Options();
+  const QString title = QString::fromStdString(d.DialogTitle);
   QString start = QString::fromStdString(d.FileName);
-  QString path = save ? QFileDialog::getSaveFileName(parent_, title, start, filter, &sel, opts)
-                      : QFileDialog::getOpenFileName(parent_, title, start, filter, &sel, opts);
-  if (path.isEmpty()) return false;
-  d.FileName = path.toStdString();
-  d.FileTitle = QFileInfo(path).fileName().toStdString();
-  return true;
+  while (true) {
+    QString path = save ? QFileDialog::getSaveFileName(parent_, title, start, filter, &sel, opts)
+                        : QFileDialog::getOpenFileName(parent_, title, start, filter, &sel, opts);
+    if (path.isEmpty()) return false;
+    if (const auto i = entries.indexOf(sel); i >= 0) d.FilterIndex = static_cast<int>(i) + 1;
+    if (save) {
+      path = QString::fromStdString(d.WithFilterExtension(path.toStdString()));
+      if ((d.Flags & FileDialog::cdlOFNOverwritePrompt) && QFileInfo::exists(path) &&
+          !ConfirmOverwrite(parent_, title, path)) {
+        start = path;
+        continue;
+      }
+    }
+    d.FileName = path.toStdString();
+    d.FileTitle = QFileInfo(path).fileName().toStdString();
+    return true;
+  }
 }
 
 bool QtHost::ShowOpen(FileDialog& d) {

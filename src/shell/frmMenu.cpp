@@ -17,12 +17,15 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QFontMetrics>
 #include <QIcon>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
 #include <QStatusBar>
 #include <QToolBar>
+
+#include <algorithm>
 
 // The icons and help pages live in a static library: register them by hand.
 static void InitResources() {
@@ -38,6 +41,23 @@ const char* const kModeIcons[] = {"plate", "stiffener", "boundary", "brace", "lo
 QIcon IconFor(const QString& picture) {
   return QIcon(":/icons/" + picture + ".svg");
 }
+
+// A status panel keeps room for its widest usual text, and takes more for a
+// longer one, so that it never cuts what it shows.
+class StatusPanel : public QLabel {
+public:
+  StatusPanel(const QString& widest, QWidget* parent) : QLabel(parent), widest_(widest) {}
+  QSize minimumSizeHint() const override {
+    QSize s = QLabel::minimumSizeHint();
+    const QFontMetrics fm = fontMetrics();
+    s.rwidth() += std::max(0, fm.horizontalAdvance(widest_) - fm.horizontalAdvance(text()));
+    return s;
+  }
+  QSize sizeHint() const override { return QLabel::sizeHint().expandedTo(minimumSizeHint()); }
+
+private:
+  QString widest_;
+};
 
 } // namespace
 
@@ -80,6 +100,7 @@ frmMenu::frmMenu(QWidget* parent) : QMainWindow(parent) {
     UpdateFont(gView().OptionFontSize);
   });
   // 9585 x 6975 twips of client area: 639 x 465 pixels at 96 dpi, below the menu bar.
+  UpdateMinimumSize();
   resize(639, 465 + menuBar()->sizeHint().height());
 }
 
@@ -317,23 +338,34 @@ void frmMenu::BuildStatusBar() {
   struct P {
     const char* key;
     const char* tip;
-    int width;
+    const char* widest; // the longest text it usually shows
+    int stretch;
   };
-  const P panels[] = {{"x", "X Coordinate", 90},
-                      {"y", "Y Coordinate", 90},
-                      {"eigenvalue", "Eigenvalue", 150},
-                      {"editmode", "Edit Mode", 28},
-                      {"operationmode", "Operation Mode", 120},
-                      {"viewscale", "View Scale", 90}};
+  const P panels[] = {{"x", "X Coordinate", "X: -9999.99", 0},
+                      {"y", "Y Coordinate", "Y: -9999.99", 0},
+                      {"eigenvalue", "Eigenvalue", "Eigenvalue : -9.9999E-99", 1},
+                      {"editmode", "Edit Mode", "", 0},
+                      {"operationmode", "Operation Mode", "ZOOM OUT/Center", 1},
+                      {"viewscale", "View Scale", "ACTUAL VIEW", 0}};
   for (const P& p : panels) {
-    auto* l = new QLabel(this);
+    auto* l = new StatusPanel(p.widest, this);
     l->setObjectName(QString("panel_") + p.key);
     l->setToolTip(p.tip);
-    l->setMinimumWidth(p.width);
     l->setFrameStyle(QFrame::Panel | QFrame::Sunken);
-    statusBar()->addWidget(l, p.width > 100 ? 1 : 0);
+    statusBar()->addWidget(l, p.stretch);
     panels_.insert(p.key, l);
   }
+  panels_["editmode"]->setMinimumWidth(28); // a picture of 18 pixels
+  statusBar()->installEventFilter(this);
+}
+
+// The status bar lets its panels print over each other when the window is
+// narrower than they are: the window is held to their width, and to a view
+// below the bars that still shows a model.
+void frmMenu::UpdateMinimumSize() {
+  const int bars = menuBar()->sizeHint().height() + toolbar_->sizeHint().height() +
+                   statusBar()->sizeHint().height();
+  setMinimumSize(statusBar()->minimumSizeHint().width(), bars + kMinimumViewHeight);
 }
 
 int frmMenu::HelpContext() const {
@@ -520,6 +552,7 @@ void frmMenu::Toolbar1_ButtonClick(const QString& key) {
 }
 
 bool frmMenu::eventFilter(QObject* o, QEvent* e) {
+  if (o == statusBar() && e->type() == QEvent::LayoutRequest) UpdateMinimumSize(); // a panel grew
   if (e->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(e)->key() == Qt::Key_F1) {
     // A dialog names its context; everything else has the main window's.
     QWidget* active = QApplication::activeWindow();

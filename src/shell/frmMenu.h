@@ -1,10 +1,12 @@
 #pragma once
 // The main window: menu bar, popup, tool bar, status bar and the GL surface,
 // with one handler per command.
+#include "shell/HelpWindow.h"
 #include "view/View.h"
 
 #include <QMainWindow>
 #include <QMap>
+#include <QPointer>
 #include <functional>
 
 class QAction;
@@ -15,7 +17,6 @@ class QToolBar;
 namespace velk {
 
 class GLView;
-class HelpWindow;
 
 class frmMenu : public QMainWindow {
   Q_OBJECT
@@ -106,11 +107,13 @@ private:
   void Tool(Long viewMode, const char* panelText, const char* trap);
   void ShowHelp(int context);
   void ShowCoordinates(const QPoint& p);
+  void UpdateMinimumSize();
+  static constexpr int kMinimumViewHeight = 150;
 
   GLView* view_ = nullptr;
   QToolBar* toolbar_ = nullptr;
   QMenu* popup_ = nullptr;
-  HelpWindow* help_ = nullptr;
+  QPointer<HelpWindow> help_;
   QMap<QString, QAction*> menus_;
   QMap<QString, QAction*> tools_;
   QMap<QString, std::function<void()>> toolHandlers_; // by the key of the button

@@ -8,6 +8,7 @@
 #include "shell/EigenDialog.h"
 #include "shell/GLView.h"
 #include "shell/HelpWindow.h"
+#include "shell/QtHost.h"
 #include "view/View.h"
 
 #include <GL/gl.h>
@@ -17,11 +18,17 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
+#include <QStatusBar>
+#include <QTabBar>
 #include <QTextBrowser>
 #include <QToolBar>
+#include <QToolButton>
 #include <QtTest>
+#include <deque>
 
 using namespace velk;
 using namespace velk::test;
@@ -44,6 +51,32 @@ QColor PixelAtModel(frmMenu& menu, double x, double y, double z = 0) {
   return img.pixelColor(px, py);
 }
 
+// Answers the modal windows as they come up, in order, and notes each by its
+// title on the screen and its text (or class); one left without an answer
+// is noted and closed.
+struct ModalScript {
+  using Answer = std::function<void(QWidget*)>;
+  std::deque<Answer> answers;
+  QStringList seen;
+  QTimer timer;
+  QPointer<QWidget> last;
+  explicit ModalScript(std::deque<Answer> a) : answers(std::move(a)) {
+    QObject::connect(&timer, &QTimer::timeout, [this] {
+      QWidget* w = QApplication::activeModalWidget();
+      if (!w || w == last || !w->windowHandle()) return;
+      last = w;
+      auto* box = qobject_cast<QMessageBox*>(w);
+      seen << w->windowHandle()->title() + ": " +
+                  (box ? box->text() : w->metaObject()->className());
+      if (answers.empty()) return static_cast<QDialog*>(w)->reject();
+      Answer next = std::move(answers.front());
+      answers.pop_front();
+      next(w);
+    });
+    timer.start(10);
+  }
+};
+
 } // namespace
 
 class tst_frmMenu : public QObject {
@@ -65,6 +98,11 @@ private slots:
   void optionDialogStoresAndRefuses();
   void pointerOverTheModelShowsItsCoordinates();
   void cameraMatricesAreThoseGLBuilds();
+  void statusPanelsShowTheirWholeTextAtAnySize();
+  void helpStandsBesideTheMainWindow();
+  void helpTakesInputOverAModalDialogAndOutlivesIt();
+  void theKeyThatClosedAMessageIsNoKeyOfTheGirderField();
+  void saveAddsTheFiltersExtensionAndAsksAboutThatName();
 };
 
 void tst_frmMenu::startsWithTheCaptionAndNoMessageButTheMissingSettings() {
@@ -326,6 +364,14 @@ void tst_frmMenu::optionDialogStoresAndRefuses() {
   ShellSession s;
   AnalysisOptionDialog dlg(s.menu.get());
   dlg.show();
+  // Every tab title whole, with no scroll arrows.
+  auto* bar = dlg.findChild<QTabBar*>();
+  for (int i = 0; i < bar->count(); ++i) {
+    QVERIFY2(bar->tabRect(i).right() < bar->width(), qPrintable(bar->tabText(i)));
+    QVERIFY(bar->tabRect(i).width() > bar->fontMetrics().horizontalAdvance(bar->tabText(i)));
+  }
+  for (auto* arrow : bar->findChildren<QToolButton*>())
+    QVERIFY(!arrow->isVisible());
   QCOMPARE(dlg.findChild<QLineEdit*>("txtShift")->text(), QString("3"));
   QVERIFY(dlg.findChild<QRadioButton*>("optOneThird")->isChecked());
   dlg.findChild<QLineEdit*>("txtShift")->setText("0");
@@ -410,8 +456,151 @@ void tst_frmMenu::cameraMatricesAreThoseGLBuilds() {
   }
 }
 
+void tst_frmMenu::statusPanelsShowTheirWholeTextAtAnySize() {
+  ShellSession s;
+  s.menu->Panel("eigenvalue")->setText("Eigenvalue : 2.4660E+04"); // girder-in-bending's run
+  s.menu->mnuView_ZoomOutCenter_Click();
+  s.menu->Panel("x")->setText("X: -123456789.00"); // longer than usual
+  for (const QSize size : {QSize(639, s.menu->height()), QSize(300, 200)}) {
+    s.menu->resize(size);
+    QTest::qWait(20);
+    const QString at = QString("%1 x %2").arg(size.width()).arg(size.height());
+    int right = -1;
+    for (const char* key : {"x", "y", "eigenvalue", "editmode", "operationmode", "viewscale"}) {
+      QLabel* p = s.menu->Panel(key);
+      // QLabel's own hint is the room its text needs.
+      QVERIFY2(p->width() >= p->QLabel::minimumSizeHint().width(), qPrintable(at + " " + key));
+      QVERIFY2(p->x() > right, qPrintable(at + " " + key));
+      right = p->geometry().right();
+    }
+    QVERIFY2(right < s.menu->statusBar()->width(), qPrintable(at));
+    QVERIFY2(s.menu->Surface()->height() >= 100, qPrintable(at));
+  }
+  QCOMPARE(s.menu->width(), s.menu->minimumWidth());
+}
+
+void tst_frmMenu::helpStandsBesideTheMainWindow() {
+  // Frames as (x, y, width, height); the screen is 1280 x 1024 unless named.
+  const QRect screen(0, 0, 1280, 1024);
+  const struct {
+    QRect main;
+    QSize help;
+    QRect screen, expected;
+  } cases[] = {
+      {{600, 100, 680, 500}, {640, 560}, screen, {0, 100, 600, 560}}, // left, narrowed
+      // No room beside: on the screen, over the least of the main window.
+      {{0, 0, 639, 500}, {640, 560}, {0, 0, 800, 600}, {160, 0, 640, 560}},
+  };
+  for (const auto& c : cases)
+    QCOMPARE(HelpWindow::PlaceBeside(c.main, c.help, c.screen), c.expected);
+  QVERIFY(screen.contains(HelpWindow::PlaceBeside(screen, {640, 560}, screen)));
+
+  ShellSession s;
+  s.menu->mnuVELKHelp_Click();
+  HelpWindow* help = s.menu->Help();
+  QVERIFY(help && help->isVisible());
+  QVERIFY(!help->frameGeometry().intersects(s.menu->frameGeometry()));
+  QVERIFY(s.menu->screen()->availableGeometry().contains(help->frameGeometry()));
+}
+
+void tst_frmMenu::helpTakesInputOverAModalDialogAndOutlivesIt() {
+  ShellSession s;
+  s.menu->mnuVELKHelp_Click(); // open before the dialog, and opened from it
+  int tookKeys = 0;
+  QTimer::singleShot(0, s.menu.get(), [&] {
+    auto* dlg = qobject_cast<BeamShapeDialog*>(QApplication::activeModalWidget());
+    for (int i = 0; dlg && i < 2; ++i) {
+      if (i == 1) QTest::keyClick(dlg->Field("txtBL"), Qt::Key_F1);
+      QTest::qWait(20);
+      // Escape closes the help only if the modal dialog does not block it.
+      QTest::keyClick(s.menu->Help()->windowHandle(), Qt::Key_Escape);
+      tookKeys += !s.menu->Help()->isVisible();
+    }
+    if (!dlg) return;
+    QApplication::setActiveWindow(dlg); // F1 opens the page of the active window
+    QTest::keyClick(dlg->Field("txtBL"), Qt::Key_F1);
+    dlg->reject();
+  });
+  s.menu->mnuBeam_Beam_Click(); // modal until the timer closes it
+  QCOMPARE(tookKeys, 2);
+  QVERIFY(s.menu->Help() && s.menu->Help()->isVisible());
+  QVERIFY(s.menu->Help()->Browser()->source().toString().endsWith("beam.html"));
+  QCOMPARE(s.menu->Help()->parentWidget(), s.menu.get());
+}
+
+// Under the Qt host, as the program runs: the Enter or Escape that closes a
+// message box of the girder preview comes up in the field, which must not take
+// it for its own key and show the box again. The boxes carry the program's name.
+void tst_frmMenu::theKeyThatClosedAMessageIsNoKeyOfTheGirderField() {
+  ShellSession s;
+  QtHost qt(s.menu.get());
+  InstallHost(&qt);
+  BeamShapeDialog dlg(s.menu.get());
+  dlg.show();
+  QApplication::setActiveWindow(&dlg);
+  QTRY_COMPARE(dlg.Field("txtBL")->text(), QString("120"));
+  auto closeWith = [&dlg](Qt::Key key) -> ModalScript::Answer {
+    return [&dlg, key](QWidget* box) {
+      QTest::keyPress(box->windowHandle(), key); // the box closes at once
+      QTimer::singleShot(0, &dlg, [&dlg, key] { QTest::keyRelease(dlg.windowHandle(), key); });
+    };
+  };
+  auto type = [](QLineEdit* field, const char* text) {
+    field->setFocus();
+    field->selectAll();
+    QTest::keyClicks(field, text);
+    QTest::qWait(50);
+  };
+  ModalScript script({closeWith(Qt::Key_Return), closeWith(Qt::Key_Escape)});
+  type(dlg.Field("txtBWH"), "1a"); // hides the preview, no message
+  type(dlg.Field("txtBTFW"), "9"); // draws End 1: the web is no number
+  type(dlg.Field("txtBWH"), "0");  // a web of no height
+  type(dlg.Field("txtBWH"), "16"); // keys typed in the field still count
+  InstallHost(&s.host);
+  QCOMPARE(script.seen, (QStringList{"VELK: Input Data Error : Numbers!",
+                                     "VELK: Invalid Input Data : Beam Web!"}));
+  QVERIFY(dlg.Form().Picture1.Visible && dlg.Form().Picture1.Drawn);
+}
+
+void tst_frmMenu::saveAddsTheFiltersExtensionAndAsksAboutThatName() {
+  ShellSession s;
+  QtHost qt(s.menu.get());
+  const QString folder = s.dir.path() + "/runs.v2"; // a dot in the folder is no extension
+  QVERIFY(QDir().mkpath(folder));
+  FileDialog d{"Save As", "All Files (*.*)|*.*|VELK Graphic Interface Files(*.inp)|*.inp",
+               2,         FileDialog::cdlOFNHideReadOnly | FileDialog::cdlOFNOverwritePrompt,
+               "",        ""};
+  auto save = [&](int filterIndex, std::deque<ModalScript::Answer> answers) {
+    d.FilterIndex = filterIndex;
+    d.FileName = (folder + "/").toStdString();
+    ModalScript script(std::move(answers));
+    script.seen.prepend(qt.ShowSave(d) ? QString::fromStdString(d.FileName) : "cancelled");
+    return script.seen;
+  };
+  auto typeName = [](const QString& name) -> ModalScript::Answer {
+    return [name](QWidget* w) {
+      w->findChild<QLineEdit*>("fileNameEdit")->setText(name);
+      QMetaObject::invokeMethod(w, "accept");
+    };
+  };
+  auto click = [](QMessageBox::StandardButton b) -> ModalScript::Answer {
+    return [b](QWidget* w) { static_cast<QMessageBox*>(w)->button(b)->click(); };
+  };
+  const QString dialog = "Save As: QFileDialog", inp = folder + "/girder.inp";
+  // The question names the file written, and No goes back to the dialog.
+  QFile(inp).open(QIODevice::WriteOnly);
+  const QString question = "Save As: girder.inp already exists.\nDo you want to replace it?";
+  QCOMPARE(save(2, {typeName("girder"), click(QMessageBox::No), typeName("girder"),
+                    click(QMessageBox::Yes)}),
+           (QStringList{inp, dialog, question, dialog, question}));
+  // A name with an extension, or the filter of all files: as typed.
+  QCOMPARE(save(2, {typeName("girder.txt")}), (QStringList{folder + "/girder.txt", dialog}));
+  QCOMPARE(save(1, {typeName("girder")}), (QStringList{folder + "/girder", dialog}));
+}
+
 int main(int argc, char** argv) {
   SetDefaultSurface();
+  QApplication::setAttribute(Qt::AA_DontUseNativeDialogs); // Qt's own file dialog, to drive
   QApplication app(argc, argv);
   tst_frmMenu t;
   return QTest::qExec(&t, argc, argv);

@@ -37,30 +37,44 @@ const char* kUsage =
     "      reads a project (version 1.4 or 1.3) and prints its counts.\n"
     "  velk-batch run IN.inp [-o OUT.inp] [--listing FILE] [--deck FILE] [--estimate X]\n"
     "                 [--max-shift N] [--max-cycle N] [--factor F] [--sym] [--torsion] [--shear]\n"
-    "      runs the buckling analysis as the Run dialog does and prints its messages, e.g.\n"
+    "      runs the buckling analysis as the Run dialog does and prints its result, e.g.\n"
     "      \"Eigenvalue of 3.7480E-02\". Options not given take their defaults (3 shifts,\n"
     "      8 cycles, factor 0.8, unsymmetric start, no torsion or shear option); the\n"
     "      estimate comes from the project unless --estimate is given. -o saves the\n"
     "      project with the results; --listing and --deck keep copies of the listing\n"
     "      and the deck. Exit status 1 when no eigenvalue was found.\n"
+    "messages of a failure go to stderr, each as \"velk-batch: MESSAGE\".\n"
     "exit status: 0 success, 1 the command failed, 2 usage error\n";
 
-// Every message the logic shows goes to one stream, one line each; questions
-// take their first answer (OK, Yes).
+// Every message the logic shows is a failure, printed on stderr as one line
+// with the tool's prefix; only a run that finds its eigenvalue has messages of
+// its own, its result, which go to stdout. Questions take their first answer
+// (OK, Yes).
 class BatchHost final : public QuietHost {
 public:
-  explicit BatchHost(std::ostream& out) : out_(out) {}
   int MsgBox(const std::string& text, int buttons, const std::string&) override {
-    out_ << text << '\n';
-    ++messages;
-    last = text;
+    if (holding_)
+      held_.push_back(text);
+    else
+      std::cerr << "velk-batch: " << text << '\n';
     return DefaultAnswer(buttons);
   }
-  int messages = 0;
-  std::string last; // the last message shown
+  // A run's messages wait for its outcome to know their stream.
+  void Hold() { holding_ = true; }
+  // Prints what was held, on stdout for a run that succeeded; false when
+  // nothing was held.
+  bool Release(bool succeeded) {
+    holding_ = false;
+    for (const std::string& text : held_)
+      (succeeded ? std::cout : std::cerr) << (succeeded ? "" : "velk-batch: ") << text << '\n';
+    const bool any = !held_.empty();
+    held_.clear();
+    return any;
+  }
 
 private:
-  std::ostream& out_;
+  bool holding_ = false;
+  std::vector<std::string> held_;
 };
 
 int Usage(const std::string& why) {
@@ -106,7 +120,7 @@ int Generate(const std::vector<std::string>& args) {
   }
   if (out.empty()) return Usage("generate needs -o OUT.inp");
 
-  BatchHost host(std::cerr);
+  BatchHost host;
   InstallHost(&host);
   frmBeamShape form;
   auto fields = FieldsOf(form);
@@ -129,7 +143,7 @@ int Generate(const std::vector<std::string>& args) {
 
 int Info(const std::vector<std::string>& args) {
   if (args.size() != 1) return Usage("info takes one file");
-  BatchHost host(std::cerr);
+  BatchHost host;
   InstallHost(&host);
   float version = 0;
   bool read = false;
@@ -218,7 +232,7 @@ int Run(const std::vector<std::string>& args) {
   if (in.empty()) return Usage("run needs a project file");
   if (!estimate.empty() && !IsNumeric(estimate)) return Usage("--estimate takes a number");
 
-  BatchHost host(std::cout);
+  BatchHost host;
   InstallHost(&host);
   bool read = false;
   if (!Run_File_Command("File Open Error!", [&] { read = Open_Project_File(in); }) || !read) {
@@ -252,14 +266,15 @@ int Run(const std::vector<std::string>& args) {
   frmEigen form;
   form.Form_Load();
   if (!estimate.empty()) form.txtEstimation = estimate;
+  host.Hold();
   form.cmdApply_Click();
+  const bool completed = LastRunOutcome() == RunOutcome::Completed;
+  const bool told = host.Release(completed);
 
   bool copied = CopyIfMade(session().gTempOutFile, listing);
   copied = CopyIfMade(session().gTempInFile, deck) && copied;
-  if (LastRunOutcome() != RunOutcome::Completed) {
-    std::cerr << "velk-batch: "
-              << (host.last.empty() ? std::string("the analysis did not finish") : host.last)
-              << '\n';
+  if (!completed) {
+    if (!told) std::cerr << "velk-batch: the analysis did not finish\n";
     return 1;
   }
   if (!out.empty() && !Save_Project_Path(out)) return 1;
