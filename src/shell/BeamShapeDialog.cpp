@@ -35,51 +35,39 @@ QLineEdit* BeamShapeDialog::AddField(QWidget*, const QString& name) {
   return e;
 }
 
-BeamShapeDialog::BeamShapeDialog(QWidget* parent) : QDialog(parent) {
-  setObjectName("frmBeamShape");
-  setWindowTitle("Beam Geometry");
-  setProperty("helpContext", 20040);
-  auto* tabs = new QTabWidget(this);
-  tabs->setObjectName("SSTab1");
-
-  // A tab with three groups (top flange, web, bottom flange) and a preview.
-  auto sectionTab = [&](const QString& title, const QStringList& names, SectionPreview*& pic,
-                        const QString& extraName, const QString& extraGroup,
-                        const QString& extraCaption) {
-    auto* page = new QWidget;
-    auto* grid = new QHBoxLayout(page);
-    auto* left = new QVBoxLayout;
-    const char* groups[] = {"Top Flange", "Web", "Bottom Flange"};
-    const char* captions[3][2] = {
-        {"Width", "Thickness"}, {"Height", "Thickness"}, {"Width", "Thickness"}};
-    for (int g = 0; g < 3; ++g) {
-      auto* box = new QGroupBox(groups[g]);
-      auto* form = new QFormLayout(box);
-      form->addRow(captions[g][0], AddField(page, names[2 * g]));
-      form->addRow(captions[g][1], AddField(page, names[2 * g + 1]));
-      left->addWidget(box);
-    }
-    auto* box = new QGroupBox(extraGroup);
+// A tab with three groups (top flange, web, bottom flange), one more field
+// and the section's preview.
+QWidget* BeamShapeDialog::AddSectionTab(QTabWidget* tabs, const QString& title,
+                                        const QStringList& names, SectionPreview*& pic,
+                                        const QString& extraName, const QString& extraGroup,
+                                        const QString& extraCaption) {
+  auto* page = new QWidget;
+  auto* grid = new QHBoxLayout(page);
+  auto* left = new QVBoxLayout;
+  const char* groups[] = {"Top Flange", "Web", "Bottom Flange"};
+  const char* captions[3][2] = {
+      {"Width", "Thickness"}, {"Height", "Thickness"}, {"Width", "Thickness"}};
+  for (int g = 0; g < 3; ++g) {
+    auto* box = new QGroupBox(groups[g]);
     auto* form = new QFormLayout(box);
-    form->addRow(extraCaption, AddField(page, extraName));
+    form->addRow(captions[g][0], AddField(page, names[2 * g]));
+    form->addRow(captions[g][1], AddField(page, names[2 * g + 1]));
     left->addWidget(box);
-    left->addStretch();
-    grid->addLayout(left);
-    pic = new SectionPreview(page);
-    pic->setObjectName(title == "End 1" ? "Picture1" : "Picture2");
-    grid->addWidget(pic, 1);
-    tabs->addTab(page, title);
-    return page;
-  };
-  sectionTab("End 1", {"txtBTFW", "txtBTFT", "txtBWH", "txtBWT", "txtBBFW", "txtBBFT"}, Picture1_,
-             "txtBL", "Beam", "Beam Length");
-  QWidget* end2 =
-      sectionTab("End 2", {"txtBTFWE", "txtBTFTE", "txtBWHE", "txtBWTE", "txtBBFWE", "txtBBFTE"},
-                 Picture2_, "txtOffset", "Web Height Offset", "Offset Distance");
-  auto* setEqual = new QPushButton("Set End 2 = End 1", end2);
-  setEqual->setObjectName("setEqual");
-  static_cast<QVBoxLayout*>(end2->layout()->itemAt(0)->layout())->insertWidget(4, setEqual);
+  }
+  auto* box = new QGroupBox(extraGroup);
+  auto* form = new QFormLayout(box);
+  form->addRow(extraCaption, AddField(page, extraName));
+  left->addWidget(box);
+  left->addStretch();
+  grid->addLayout(left);
+  pic = new SectionPreview(page);
+  pic->setObjectName(title == "End 1" ? "Picture1" : "Picture2");
+  grid->addWidget(pic, 1);
+  tabs->addTab(page, title);
+  return page;
+}
 
+void BeamShapeDialog::AddMaterialAndMeshTabs(QTabWidget* tabs) {
   auto* material = new QWidget;
   auto* mform = new QFormLayout(material);
   mform->addRow("Modulus of Elasticity", AddField(material, "txtMOE"));
@@ -98,6 +86,23 @@ BeamShapeDialog::BeamShapeDialog(QWidget* parent) : QDialog(parent) {
   meshLayout->addWidget(chkProportionalMesh_);
   meshLayout->addStretch();
   tabs->addTab(mesh, "Mesh");
+}
+
+BeamShapeDialog::BeamShapeDialog(QWidget* parent) : QDialog(parent) {
+  setObjectName("frmBeamShape");
+  setWindowTitle("Beam Geometry");
+  setProperty("helpContext", 20040);
+  auto* tabs = new QTabWidget(this);
+  tabs->setObjectName("SSTab1");
+  AddSectionTab(tabs, "End 1", {"txtBTFW", "txtBTFT", "txtBWH", "txtBWT", "txtBBFW", "txtBBFT"},
+                Picture1_, "txtBL", "Beam", "Beam Length");
+  QWidget* end2 = AddSectionTab(
+      tabs, "End 2", {"txtBTFWE", "txtBTFTE", "txtBWHE", "txtBWTE", "txtBBFWE", "txtBBFTE"},
+      Picture2_, "txtOffset", "Web Height Offset", "Offset Distance");
+  auto* setEqual = new QPushButton("Set End 2 = End 1", end2);
+  setEqual->setObjectName("setEqual");
+  static_cast<QVBoxLayout*>(end2->layout()->itemAt(0)->layout())->insertWidget(4, setEqual);
+  AddMaterialAndMeshTabs(tabs);
 
   auto* generate = new QPushButton("Create Finite Element Mesh");
   generate->setObjectName("cmdGenerate");

@@ -27,6 +27,10 @@ protected:
 
 private:
   QLineEdit* AddField(QWidget* page, const QString& name);
+  QWidget* AddSectionTab(QTabWidget* tabs, const QString& title, const QStringList& names,
+                         SectionPreview*& pic, const QString& extraName, const QString& extraGroup,
+                         const QString& extraCaption);
+  void AddMaterialAndMeshTabs(QTabWidget* tabs);
   void ToForm();
   void FromForm();
   template <class Fn> void Run(Fn&& handler);

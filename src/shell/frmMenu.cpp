@@ -124,24 +124,33 @@ QAction* frmMenu::AddMenu(QMenu* parent, const QString& name, const QString& cap
   return a;
 }
 
-void frmMenu::BuildMenus() {
-  QMenuBar* bar = menuBar();
-  auto top = [&](const QString& name, const QString& caption, int context) {
-    QMenu* m = bar->addMenu(caption);
-    m->setObjectName(name);
-    m->menuAction()->setObjectName(name);
-    m->menuAction()->setData(context);
-    menus_.insert(name, m->menuAction());
-    return m;
-  };
-  auto sub = [&](QMenu* parent, const QString& name, const QString& caption) {
-    QMenu* m = parent->addMenu(caption);
-    m->setObjectName(name);
-    m->menuAction()->setObjectName(name);
-    menus_.insert(name, m->menuAction());
-    return m;
-  };
+QMenu* frmMenu::AddTopMenu(const QString& name, const QString& caption, int context) {
+  QMenu* m = menuBar()->addMenu(caption);
+  m->setObjectName(name);
+  m->menuAction()->setObjectName(name);
+  m->menuAction()->setData(context);
+  menus_.insert(name, m->menuAction());
+  return m;
+}
 
+QMenu* frmMenu::AddSubMenu(QMenu* parent, const QString& name, const QString& caption) {
+  QMenu* m = parent->addMenu(caption);
+  m->setObjectName(name);
+  m->menuAction()->setObjectName(name);
+  menus_.insert(name, m->menuAction());
+  return m;
+}
+
+void frmMenu::BuildMenus() {
+  BuildFileAndBeamMenus();
+  BuildModelMenus();
+  BuildViewMenus();
+  BuildPopup();
+}
+
+void frmMenu::BuildFileAndBeamMenus() {
+  auto top = [this](const QString& n, const QString& c, int ctx) { return AddTopMenu(n, c, ctx); };
+  auto sub = [this](QMenu* p, const QString& n, const QString& c) { return AddSubMenu(p, n, c); };
   QMenu* file = top("mnuFile", "File", 20070);
   AddMenu(file, "mnuFile_New", "New Data", [this] { mnuFile_New_Click(); });
   AddMenu(file, "mnuFile_Sapace_0", "-");
@@ -169,7 +178,11 @@ void frmMenu::BuildMenus() {
   AddMenu(edit, "mnuPropY", "Proportional Move in Y");
   edit->menuAction()->setVisible(false);
   edit->menuAction()->setEnabled(false);
+}
 
+// Elements, Analysis and Property: what the user puts on the model and runs.
+void frmMenu::BuildModelMenus() {
+  auto top = [this](const QString& n, const QString& c, int ctx) { return AddTopMenu(n, c, ctx); };
   QMenu* elements = top("mnuElements", "Elements", 20060);
   AddMenu(elements, "mnuElements_Plate", "Plate", [this] { mnuElements_Plate_Click(); });
   AddMenu(elements, "mnuElements_Stiffener", "Stiffener",
@@ -199,7 +212,11 @@ void frmMenu::BuildMenus() {
   AddMenu(prop, "mnuProperty_Space_1", "-");
   AddMenu(prop, "mnuProperty_ShowProperty", "Show Property Window",
           [this] { mnuProperty_ShowProperty_Click(); });
+}
 
+// View, Results and Help.
+void frmMenu::BuildViewMenus() {
+  auto top = [this](const QString& n, const QString& c, int ctx) { return AddTopMenu(n, c, ctx); };
   QMenu* view = top("mnuView", "View", 20230);
   AddMenu(view, "mnuView_Refresh", "Refresh", [this] { mnuView_Refresh_Click(); });
   AddMenu(view, "mnuView_Space_11", "-");
@@ -242,8 +259,11 @@ void frmMenu::BuildMenus() {
   AddMenu(help, "mnuVELKHelp", "Help Topics", [this] { mnuVELKHelp_Click(); });
   AddMenu(help, "mnuHelp_Space_1", "-");
   AddMenu(help, "mnuHelp_About", "About VELK ", [this] { mnuHelp_About_Click(); });
+}
 
-  // The popup of a right press on the view.
+// The popup of a right press on the view.
+void frmMenu::BuildPopup() {
+  auto sub = [this](QMenu* p, const QString& n, const QString& c) { return AddSubMenu(p, n, c); };
   popup_ = new QMenu("PopUp", this);
   popup_->setObjectName("mnuPopup");
   AddMenu(popup_, "mnuPopUp_Select", "Selection", [this] { mnuView_Selection_Click(); });

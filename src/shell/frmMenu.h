@@ -99,6 +99,12 @@ protected:
 
 private:
   void BuildMenus();
+  void BuildFileAndBeamMenus();
+  void BuildModelMenus();
+  void BuildViewMenus();
+  void BuildPopup();
+  QMenu* AddTopMenu(const QString& name, const QString& caption, int context);
+  QMenu* AddSubMenu(QMenu* parent, const QString& name, const QString& caption);
   void BuildToolBar();
   void BuildStatusBar();
   QAction* AddMenu(QMenu* parent, const QString& name, const QString& caption,

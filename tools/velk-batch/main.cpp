@@ -202,46 +202,44 @@ bool CopyIfMade(const std::string& from, const std::string& to) {
   return !ec;
 }
 
-int Run(const std::vector<std::string>& args) {
+// What `run` was asked for.
+struct RunRequest {
   std::string in, out, listing, deck, estimate, shift, cycle, factor;
   bool sym = false, torsion = false, shear = false;
-  const std::map<std::string, std::string*> valued = {{"-o", &out},
-                                                      {"--listing", &listing},
-                                                      {"--deck", &deck},
-                                                      {"--estimate", &estimate},
-                                                      {"--max-shift", &shift},
-                                                      {"--max-cycle", &cycle},
-                                                      {"--factor", &factor}};
+};
+
+// 0 when the arguments make a request, else the usage error's exit status.
+int ParseRun(const std::vector<std::string>& args, RunRequest& r) {
+  const std::map<std::string, std::string*> valued = {{"-o", &r.out},
+                                                      {"--listing", &r.listing},
+                                                      {"--deck", &r.deck},
+                                                      {"--estimate", &r.estimate},
+                                                      {"--max-shift", &r.shift},
+                                                      {"--max-cycle", &r.cycle},
+                                                      {"--factor", &r.factor}};
+  const std::map<std::string, bool*> flags = {
+      {"--sym", &r.sym}, {"--torsion", &r.torsion}, {"--shear", &r.shear}};
   for (std::size_t i = 0; i < args.size(); ++i) {
     const std::string& a = args[i];
     if (auto v = valued.find(a); v != valued.end()) {
       if (i + 1 >= args.size()) return Usage(a + " needs a value");
       *v->second = args[++i];
-    } else if (a == "--sym") {
-      sym = true;
-    } else if (a == "--torsion") {
-      torsion = true;
-    } else if (a == "--shear") {
-      shear = true;
-    } else if (!a.empty() && a[0] != '-' && in.empty()) {
-      in = a;
+    } else if (auto f = flags.find(a); f != flags.end()) {
+      *f->second = true;
+    } else if (!a.empty() && a[0] != '-' && r.in.empty()) {
+      r.in = a;
     } else {
       return Usage("unexpected argument '" + a + "'");
     }
   }
-  if (in.empty()) return Usage("run needs a project file");
-  if (!estimate.empty() && !IsNumeric(estimate)) return Usage("--estimate takes a number");
+  if (r.in.empty()) return Usage("run needs a project file");
+  if (!r.estimate.empty() && !IsNumeric(r.estimate)) return Usage("--estimate takes a number");
+  return 0;
+}
 
-  BatchHost host;
-  InstallHost(&host);
-  bool read = false;
-  if (!Run_File_Command("File Open Error!", [&] { read = Open_Project_File(in); }) || !read) {
-    std::cerr << "velk-batch: cannot read " << in << '\n';
-    return 1;
-  }
-
-  // The options: the defaults, then the flags, through the options dialog's
-  // own checks.
+// The options: the defaults, then the flags, through the options dialog's
+// own checks. False when the dialog refused them.
+bool ApplyRunOptions(const RunRequest& r) {
   const Analysis defaults;
   Analysis& a = gAnalysis();
   a.MaxShift = defaults.MaxShift;
@@ -252,32 +250,46 @@ int Run(const std::vector<std::string>& args) {
   a.OptionInitialB = defaults.OptionInitialB;
   frmAnalysisOption options;
   options.Form_Load();
-  if (!shift.empty()) options.txtShift = shift;
-  if (!cycle.empty()) options.txtCycle = cycle;
-  if (!factor.empty()) options.txtFactor = factor;
-  options.chktorsion = torsion ? 1 : 0;
-  options.chkshear = shear ? 1 : 0;
-  options.optAll = sym;
-  options.optOneThird = !sym;
+  if (!r.shift.empty()) options.txtShift = r.shift;
+  if (!r.cycle.empty()) options.txtCycle = r.cycle;
+  if (!r.factor.empty()) options.txtFactor = r.factor;
+  options.chktorsion = r.torsion ? 1 : 0;
+  options.chkshear = r.shear ? 1 : 0;
+  options.optAll = r.sym;
+  options.optOneThird = !r.sym;
   options.cmdApply_Click();
-  if (!options.Unloaded) return Usage("invalid iteration option");
+  return options.Unloaded;
+}
+
+int Run(const std::vector<std::string>& args) {
+  RunRequest r;
+  if (const int usage = ParseRun(args, r)) return usage;
+
+  BatchHost host;
+  InstallHost(&host);
+  bool read = false;
+  if (!Run_File_Command("File Open Error!", [&] { read = Open_Project_File(r.in); }) || !read) {
+    std::cerr << "velk-batch: cannot read " << r.in << '\n';
+    return 1;
+  }
+  if (!ApplyRunOptions(r)) return Usage("invalid iteration option");
 
   TemporaryFolderGuard folder;
   frmEigen form;
   form.Form_Load();
-  if (!estimate.empty()) form.txtEstimation = estimate;
+  if (!r.estimate.empty()) form.txtEstimation = r.estimate;
   host.Hold();
   form.cmdApply_Click();
   const bool completed = LastRunOutcome() == RunOutcome::Completed;
   const bool told = host.Release(completed);
 
-  bool copied = CopyIfMade(session().gTempOutFile, listing);
-  copied = CopyIfMade(session().gTempInFile, deck) && copied;
+  bool copied = CopyIfMade(session().gTempOutFile, r.listing);
+  copied = CopyIfMade(session().gTempInFile, r.deck) && copied;
   if (!completed) {
     if (!told) std::cerr << "velk-batch: the analysis did not finish\n";
     return 1;
   }
-  if (!out.empty() && !Save_Project_Path(out)) return 1;
+  if (!r.out.empty() && !Save_Project_Path(r.out)) return 1;
   return copied ? 0 : 1;
 }
 
