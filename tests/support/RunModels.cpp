@@ -46,8 +46,7 @@ void Stiffened_Plate(int n) {
     bar->width = 1.0f;
     bar->UpdatePropertyDefined();
   }
-  bars.GeneratevID();
-  gMesh().Nodes().GeneratevID(gMesh().twoNodes(), gMesh().fourNodes());
+  gMesh().GeneratevID();
 }
 
 void Girder_In_Bending() {
@@ -81,6 +80,22 @@ void One_Plate(int nodesX, int nodesY) {
   auto plate = m.fourNodes().Add(n(1), n(2), n(3), n(4), 1, "1");
   plate->Thickness = 0.5f;
   plate->UpdatePropertyDefined();
+  m.GeneratevID();
+}
+
+void Bar_Line(int n, Single dx, Single dy) {
+  Mesh& m = gMesh();
+  for (int i = 0; i <= n; ++i)
+    m.Nodes().Add(dx * static_cast<Single>(i), dy * static_cast<Single>(i), i + 1,
+                  std::to_string(i + 1));
+  m.Nodes().SetNumberNodesX(static_cast<Integer>(dx != 0 ? n + 1 : 1));
+  m.Nodes().SetNumberNodesY(static_cast<Integer>(dx != 0 ? 1 : n + 1));
+  for (int i = 1; i <= n; ++i) {
+    auto bar = m.twoNodes().Add(m.Nodes().Item(i), m.Nodes().Item(i + 1), i, std::to_string(i));
+    bar->Thickness = 0.1f;
+    bar->width = 1;
+    bar->UpdatePropertyDefined();
+  }
   m.GeneratevID();
 }
 

@@ -37,6 +37,10 @@ void Girder_In_Bending();
 // nodes declared as a grid of nodesX by nodesY.
 void One_Plate(int nodesX, int nodesY);
 
+// n bars 0.1 x 1 in a line from the origin, each (dx, dy) long, on nodes
+// 1..n + 1 declared as one grid row (dx not 0) or one grid column.
+void Bar_Line(int n, Single dx, Single dy);
+
 class RunFixture : public SessionTest {
 protected:
   // A new session with the host's records cleared.
