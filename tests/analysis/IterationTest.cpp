@@ -1,15 +1,24 @@
-// The eigenvalue iteration, cycle by cycle, on the simply supported plate of
-// 6 x 6 elements: both starting shapes, a new shift, a given estimate, and the
-// bounds on shifts and cycles.
+// The eigenvalue iteration: the normalisation, and cycle by cycle on the
+// simply supported plate of 6 x 6 elements both starting shapes, a new shift,
+// a given estimate, and the bounds on shifts and cycles.
 #include <gtest/gtest.h>
 
 #include "RunModels.h"
 #include "analysis/Deck.h"
 #include "analysis/EigenCalculation.h"
+#include "analysis/EigenIteration.h"
 #include "session/AnalysisRun.h"
 
 namespace velk::test {
 namespace {
+
+// The first of the largest entries, with its sign, out of the first n; a mode
+// of mirrored entries must not change sign with the order of the points.
+TEST(IterationParts, NormaliseKeepsTheFirstLargestWithItsSign) {
+  std::vector<double> v{1.0, -4.0, 4.0, 2.0, 100.0};
+  EXPECT_EQ(Normalise_Vector(v, 4), -4.0);
+  EXPECT_EQ(v, (std::vector<double>{-0.25, 1.0, -1.0, -0.5, 100.0}));
+}
 
 struct Cycle {
   int shift, cycle;
@@ -80,9 +89,11 @@ TEST_F(TraceTest, EstimateShiftsTheFirstPassAndLimitsBound) {
   EXPECT_EQ(t.front().sigma, static_cast<double>(0.035f));
   EXPECT_LT(t.size(), 50u);
   EXPECT_NEAR(t.back().lambda, 0.03748, 0.000005);
-  // One cycle per shift, never converging: the last estimate is reported.
-  t = Trace(0, 0, 2, 1);
+  // One cycle per shift, never converging: the next shift is the factor times
+  // the estimate, which holds the shift before; the last estimate is reported.
+  t = Trace(0, 0.035f, 2, 1);
   ASSERT_EQ(t.size(), 2u);
+  EXPECT_EQ(t[1].sigma, t[0].lambda * static_cast<double>(0.8f));
   EXPECT_EQ(LastRunOutcome(), RunOutcome::Completed);
   EXPECT_EQ(gAnalysis().EigenValue, static_cast<Single>(t[1].lambda));
 }

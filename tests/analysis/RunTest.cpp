@@ -107,17 +107,18 @@ TEST_F(RunTest, PlateResultsGoIntoTheModelAndTheListing) {
                            "[EigenValue:" + Format(lambda, "0.0000E+00") + "]", "[Output Ends]"}));
   // The head: counts at column 50.
   Texts head{"Title:Plate", "Problem Discription:No Discription", "Run ID:0"};
-  const std::pair<std::string, int> counts[] = {{"Plate Elements", 16},
-                                                {"Stiffener Elements", 0},
-                                                {"Points", 25},
-                                                {"Loaded Points  ", 5},
-                                                {"In-plane Boundary Points", 5},
-                                                {"Elastic Springs(In-Plane)", 0},
-                                                {"Out-of-plane Boundary Points", 16},
-                                                {"Elastic Springs(Out-of-plane)", 0}};
-  for (const auto& [what, count] : counts)
-    head.push_back("Num. of " + what + std::string(42 - what.size(), ' ') + std::to_string(count) +
-                   " ");
+  const std::string what[] = {"Plate Elements",
+                              "Stiffener Elements",
+                              "Points",
+                              "Loaded Points  ",
+                              "In-plane Boundary Points",
+                              "Elastic Springs(In-Plane)",
+                              "Out-of-plane Boundary Points",
+                              "Elastic Springs(Out-of-plane)"};
+  const int count[] = {16, 0, 25, 5, 5, 0, 16, 0};
+  for (int i = 0; i < 8; ++i)
+    head.push_back("Num. of " + what[i] + std::string(42 - what[i].size(), ' ') +
+                   std::to_string(count[i]) + " ");
   head.insert(head.end(), {"Elastic Modulus 1000 ", "Poisson Ratio .3 "});
   EXPECT_EQ(Section(l, "[Output Starts]"), head);
   // The headings of the tables, and some of their first rows.

@@ -7,16 +7,15 @@
 
 namespace velk::test {
 
-void Generate_Web(int nx, int ny, Single length, Single depth, Single thickness, Single moe,
-                  Single pr) {
+void Generate_Web(int nx, int ny, Single length, Single depth, Single thickness) {
   BeamShape web;
   web.Length = length;
   web.Web_H = web.Web_HE = depth;
   web.Web_T = web.Web_TE = thickness;
   web.Top_Flange_W = web.Top_Flange_T = web.Bot_Flange_W = web.Bot_Flange_T = 0;
   web.Top_Flange_WE = web.Top_Flange_TE = web.Bot_Flange_WE = web.Bot_Flange_TE = 0;
-  gMaterial().MOE = moe;
-  gMaterial().PR = pr;
+  gMaterial().MOE = 1000;
+  gMaterial().PR = 0.3f;
   Build_Girder(web, nx, ny, gMesh());
 }
 

@@ -11,9 +11,8 @@
 
 namespace velk::test {
 
-// A flat rectangular web of nx by ny elements, no flanges, E and nu as given.
-void Generate_Web(int nx, int ny, Single length, Single depth, Single thickness, Single moe = 1000,
-                  Single pr = 0.3f);
+// A flat rectangular web of nx by ny elements, no flanges, E 1000, nu 0.3.
+void Generate_Web(int nx, int ny, Single length, Single depth, Single thickness);
 
 // The node at column ix (0..nx) and row iy (0..ny) of a generated grid.
 Nodeb& GridNode(int ix, int iy);
