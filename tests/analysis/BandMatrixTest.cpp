@@ -4,13 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <limits>
 #include <random>
 
 #include "SymmetricEigen.h"
 #include "analysis/BandMatrix.h"
-#include "analysis/CheckedArithmetic.h"
 
 namespace velk::test {
 namespace {
@@ -67,141 +67,78 @@ constexpr Shape kShapes[] = {{60, 12, 60, 12}, {200, 45, 190, 40}, {150, 70, 150
                              {37, 50, 37, 50}, {33, 33, 33, 33},   {150, 3, 150, 2},
                              {97, 31, 97, 31}, {300, 120, 261, 97}};
 
-TEST(BandAssemble, StoresTheUpperTriangleWhateverTheOrderOfFreedoms) {
+TEST(BandAssemble, StoresTheUpperTriangleAndReportsOverflows) {
   ElementMatrix Ke;
   const double k[3][3] = {{4, 1, 2}, {1, 5, 3}, {2, 3, 6}};
   for (int i = 0; i < 3; ++i)
     for (int j = 0; j < 3; ++j)
       Ke(i + 1, j + 1) = k[i][j];
-  BandMatrix M(6, 6);
+  BandMatrix M(8, 5);
   int bw = 0;
-  const std::int16_t dofs[] = {5, 3, 1}; // descending
-  EXPECT_FALSE(Band_Assemble(Ke, M, bw, dofs).has_value());
+  const std::int16_t dofs[] = {5, 3, 1}; // descending; b == B is accepted
+  for (int pass = 1; pass <= 2; ++pass)  // the second pass adds
+    EXPECT_FALSE(Band_Assemble(Ke, M, bw, dofs).has_value());
   EXPECT_EQ(bw, 5);
   // (5,5) (3,5) (1,5) (3,3) (1,3) (1,1)
   const double stored[] = {M(5, 1), M(3, 3), M(1, 5), M(3, 1), M(1, 3), M(1, 1)};
-  EXPECT_EQ(Vector(std::begin(stored), std::end(stored)), (Vector{4, 1, 2, 5, 3, 6}));
-  EXPECT_FALSE(Band_Assemble(Ke, M, bw, dofs).has_value()); // again: adds
-  EXPECT_EQ(M(1, 5), 4);
-}
+  EXPECT_EQ(Vector(std::begin(stored), std::end(stored)), (Vector{8, 2, 4, 10, 6, 12}));
 
-TEST(BandAssemble, OverflowsOfTheBandTheRowsAndTheFreedomNumbers) {
-  ElementMatrix Ke;
-  for (int i = 1; i <= 2; ++i)
-    for (int j = 1; j <= 2; ++j)
-      Ke(i, j) = 1;
-  BandMatrix M(10, 3);
-  int bw = 0;
-  const std::int16_t fits[] = {2, 4}; // b == B
-  EXPECT_FALSE(Band_Assemble(Ke, M, bw, fits).has_value());
-  EXPECT_EQ(bw, 3);
-  EXPECT_EQ(M(2, 3), 1);
-
-  struct Case {
-    std::int16_t dofs[2];
-    int dof, band, bw;
-  };
-  const Case cases[] = {
-      {{2, 5}, 2, 4, 4},    // B + 1; bw raised before the test against the capacity
-      {{11, 1}, 11, 0, 4},  // a row beyond R, before any column is computed
-      {{1, 11}, 1, 11, 11}, // the second freedom beyond R
-  };
-  for (const Case& c : cases) {
-    const auto overflow = Band_Assemble(Ke, M, bw, c.dofs);
-    ASSERT_TRUE(overflow.has_value()) << c.dofs[0] << "," << c.dofs[1];
-    EXPECT_EQ(overflow->dof, c.dof);
-    EXPECT_EQ(overflow->band, c.band);
-    EXPECT_EQ(bw, c.bw);
+  // Freedoms; the freedom and band reported; bw after. B + 1, bw raised
+  // before the test against the capacity; a row beyond R, before any column
+  // is computed; the second freedom beyond R.
+  const int cases[][5] = {{2, 7, 2, 6, 6}, {9, 1, 9, 0, 6}, {1, 9, 1, 9, 9}};
+  for (const auto& c : cases) {
+    const std::int16_t pair[] = {static_cast<std::int16_t>(c[0]), static_cast<std::int16_t>(c[1])};
+    const auto overflow = Band_Assemble(Ke, M, bw, pair);
+    ASSERT_TRUE(overflow.has_value()) << c[0] << "," << c[1];
+    EXPECT_EQ((std::array{overflow->dof, overflow->band, bw}), (std::array{c[2], c[3], c[4]}));
   }
-  EXPECT_EQ(M(2, 1), 2); // the entry before the failing one went in
-
-  EXPECT_EQ(Dof_Number(10922, 3, 3), 32766);
-  EXPECT_EQ(Dof_Number(10923, 1, 3), 32767);
-  EXPECT_EQ(FaultOf([] { Dof_Number(10923, 2, 3); }), errOverflow);
-  EXPECT_EQ(FaultOf([] { Dof_Number(10924, 1, 3); }), errOverflow);
+  EXPECT_EQ(M(2, 1), 4); // the entry before the failing one went in
 }
 
-TEST(BandPrescribe, MovesCouplingsToTheRightHandSideAndKeepsSymmetry) {
-  const int R = 6, bw = 3;
-  BandMatrix M = RandomBand(R, 3, R, bw, 5.0, 1);
-  const Dense before = Full(M, R);
-  Vector F{1, 2, 3, 4, 5, 6};
-  Band_Prescribe(M, F, 3, 0.5, bw, 2);
-  const Dense after = Full(M, R);
-  for (int i = 0; i < R; ++i)
-    if (i != 2) {
-      EXPECT_EQ(after[2][i], 0.0) << i;
-      EXPECT_DOUBLE_EQ(F[i], (i + 1) - before[i][2] * 0.5) << i;
+// Freedom 4 reaches row 1 with the column part of its coupling; freedom 1 has
+// only a row part.
+TEST(BandPrescribe, MovesCouplingsToTheRightHandSideOnceAndTheValueComesBack) {
+  const int R = 8, bw = 4;
+  for (int dof : {4, 1}) {
+    BandMatrix M = RandomBand(R, bw, R, bw, 6.0, 2), twice = M;
+    const Dense before = Full(M, R);
+    Vector F{1, -1, 2, -2, 3, -3, 4, -4}, F2 = F;
+    Band_Prescribe(M, F, dof, 0.3125, bw, 2);
+    const Dense after = Full(M, R);
+    for (int i = 0; i < R; ++i) {
+      EXPECT_EQ(after[dof - 1][i], i == dof - 1 ? 1.0 : 0.0) << i;
+      EXPECT_DOUBLE_EQ(F[i], i == dof - 1 ? 0.3125 : F2[i] - before[i][dof - 1] * 0.3125) << i;
     }
-  EXPECT_EQ(after[2][2], 1.0);
-  EXPECT_EQ(F[2], 0.5);
-  Band_Prescribe(M, F, 4, 0.0, bw, 1); // the geometric matrix: zero diagonal
-  EXPECT_EQ(M(4, 1), 0.0);
-
-  // Freedom 1 has only a row part.
-  BandMatrix first(3, 3);
-  first(1, 1) = 4, first(1, 2) = 1, first(1, 3) = 2, first(2, 1) = 5, first(3, 1) = 6;
-  Vector G{0, 0, 0};
-  Band_Prescribe(first, G, 1, 2.0, 3, 2);
-  EXPECT_EQ(G, (Vector{2, -2, -4}));
-  EXPECT_EQ(first(1, 2), 0.0);
-  EXPECT_EQ(first(1, 3), 0.0);
+    for (int pass = 1; pass <= 2; ++pass) // twice is once
+      Band_Prescribe(twice, F2, dof, 0.3125, bw, 2);
+    EXPECT_EQ(Full(twice, R), after);
+    EXPECT_EQ(F2, F);
+    Band_Factor(M, R, bw);
+    Band_Solve(M, F, F, R, bw);
+    EXPECT_EQ(F[dof - 1], 0.3125);
+    Band_Prescribe(twice, F2, dof, 0.0, bw, 1); // the geometric matrix: zero diagonal
+    EXPECT_EQ(twice(dof, 1), 0.0);
+  }
 }
 
-TEST(BandPrescribe, PrescribingTwiceIsOnceAndTheValueComesBackExactly) {
-  const int R = 8, B = 4, bw = 4;
-  BandMatrix once = RandomBand(R, B, R, bw, 6.0, 2), twice = once;
-  Vector F1{1, -1, 2, -2, 3, -3, 4, -4}, F2 = F1;
-  Band_Prescribe(once, F1, 5, 0.3125, bw, 2);
-  Band_Prescribe(twice, F2, 5, 0.3125, bw, 2);
-  Band_Prescribe(twice, F2, 5, 0.3125, bw, 2);
-  for (int r = 1; r <= R; ++r)
-    for (int b = 1; b <= B; ++b)
-      EXPECT_EQ(once(r, b), twice(r, b));
-  EXPECT_EQ(F1, F2);
-  Band_Factor(once, R, bw);
-  Band_Solve(once, F1, F1, R, bw);
-  EXPECT_EQ(F1[4], 0.3125);
-}
-
-TEST(BandSolve, DefiniteAndIndefiniteSystemsLeaveASmallResidual) {
-  for (const Shape& s : kShapes)
-    for (double shift : {0.5 * s.bw + 8, 0.3}) {
-      BandMatrix M = RandomBand(s.R, s.B, s.n, s.bw, shift, 7);
-      const Dense A = Full(M, s.n);
-      if (&s == kShapes && shift < 1) { // the indefinite case really is indefinite
-        ASSERT_LT(SymmetricEigenvalues(A).front(), 0.0);
-      }
-      Poison(M, s.n, s.bw);
-      Vector f(s.n + 4, 7.0); // entries beyond n stay as they are
-      for (int i = 0; i < s.n; ++i)
-        f[i] = std::sin(i + 1.0);
-      Band_Factor(M, s.n, s.bw);
-      Vector x(s.n + 4, 7.0), inPlace = f, rhs = f; // f is overwritten
-      Band_Solve(M, x, rhs, s.n, s.bw);
-      Band_Solve(M, inPlace, inPlace, s.n, s.bw);
-      EXPECT_EQ(inPlace, x) << s.n << " x " << s.bw;
-      const Vector Ax = Multiply(A, Vector(x.begin(), x.begin() + s.n));
-      double residual = 0;
-      for (int i = 0; i < s.n; ++i)
-        residual = std::max(residual, std::abs(Ax[i] - f[i]));
-      EXPECT_LT(residual, 1e-10 * MaxAbs(A) * MaxAbs(x)) << s.n << " x " << s.bw << " " << shift;
-      for (int i = s.n; i < s.n + 4; ++i)
-        ASSERT_EQ(x[i], 7.0);
-    }
-}
-
-TEST(BandFactor, MatchesTheEntryByEntryEliminationAndTouchesNothingElse) {
-  // The elimination takes the same terms pivot after pivot and in blocks, so
-  // each sum is added in another order and the last bits differ. On a
-  // positive definite matrix that is all: each entry to 1e-13 of its size (1e-15
-  // seen). Without pivoting an indefinite matrix grows large entries and small
-  // pivots that magnify rounding, so there the bound is taken against the
-  // largest entry (1.5e-11 seen).
+// The factoring against the elimination written entry by entry, then the solve
+// against the dense product. The elimination takes the same terms pivot after
+// pivot and in blocks, so each sum is added in another order and the last bits
+// differ: on a positive definite matrix each entry to 1e-13 of its size (1e-15
+// seen). Without pivoting an indefinite matrix grows large entries and small
+// pivots that magnify rounding, so there the bound is taken against the
+// largest entry (1.5e-11 seen). Nothing outside the band in use is read or
+// written: the NaN put there stays and spreads nowhere.
+TEST(BandFactor, MatchesTheEntryByEntryEliminationAndSolvesWithASmallResidual) {
   for (const Shape& s : kShapes)
     for (double shift : {3.0 * s.bw, 0.7}) {
       const bool definite = shift > 1;
       BandMatrix M = RandomBand(s.R, s.B, s.n, s.bw, shift, 11), reference = M;
+      const Dense A = Full(M, s.n);
+      if (&s == kShapes && !definite) { // the indefinite case really is indefinite
+        ASSERT_LT(SymmetricEigenvalues(A).front(), 0.0);
+      }
       EntryByEntry(reference, s.n, s.bw);
       Poison(M, s.n, s.bw);
       Band_Factor(M, s.n, s.bw);
@@ -212,12 +149,25 @@ TEST(BandFactor, MatchesTheEntryByEntryEliminationAndTouchesNothingElse) {
             ASSERT_TRUE(std::isnan(M(r, b))) << r << "," << b;
             continue;
           }
-          ASSERT_TRUE(std::isfinite(M(r, b))) << r << "," << b;
           const double ref = reference(r, b), error = std::abs(M(r, b) - ref);
           worst = std::max(worst, definite ? error / std::max(1.0, std::abs(ref)) : error);
           largest = std::max(largest, std::abs(ref));
         }
       EXPECT_LT(worst, definite ? 1e-13 : 1e-10 * largest) << s.n << " x " << s.bw;
+
+      Vector f(s.n + 4, 7.0); // entries beyond n stay as they are
+      for (int i = 0; i < s.n; ++i)
+        f[i] = std::sin(i + 1.0);
+      Vector x(s.n + 4, 7.0), inPlace = f, rhs = f; // f is overwritten
+      Band_Solve(M, x, rhs, s.n, s.bw);
+      Band_Solve(M, inPlace, inPlace, s.n, s.bw);
+      EXPECT_EQ(inPlace, x) << s.n << " x " << s.bw;
+      const Vector Ax = Multiply(A, Vector(x.begin(), x.begin() + s.n));
+      double residual = 0;
+      for (int i = 0; i < s.n; ++i)
+        residual = std::max(residual, std::abs(Ax[i] - f[i]));
+      EXPECT_LT(residual, 1e-10 * MaxAbs(A) * MaxAbs(x)) << s.n << " x " << s.bw << " " << shift;
+      EXPECT_TRUE(std::all_of(x.begin() + s.n, x.end(), [](double e) { return e == 7.0; }));
     }
 }
 
@@ -229,21 +179,8 @@ TEST(BandFactor, ZeroPivotIsADivisionByZeroAndZeroOverZeroAnOverflow) {
     M(1, 1) = 1, M(1, 2) = 1, M(2, 1) = 1, M(2, 2) = beside, M(3, 1) = 2;
     return M;
   };
-  // A later block: rows 1..40 random and positive definite, uncoupled from the
-  // rest; rows 41 and 42 hold [[1, 1], [1, 1]] with `beside` next to pivot
-  // 42; the identity after.
-  const int n = 90, bw = 36;
-  auto later = [&](double beside) {
-    BandMatrix M = RandomBand(n, bw, n, bw, 3.0 * bw, 4);
-    for (int r = 1; r <= n; ++r)
-      for (int b = 1; b <= bw; ++b)
-        if (r + b - 1 > 40 && (r > 40 || b > 1)) M(r, b) = 0;
-    for (int r = 41; r <= n; ++r)
-      M(r, 1) = 1;
-    M(41, 2) = 1, M(42, 2) = beside;
-    return M;
-  };
   // A tiny first pivot and a huge entry beside it: the update overflows.
+  const int n = 90, bw = 36; // and in a later block of pivots
   BandMatrix huge(3, 2), wide = RandomBand(n, bw, n, bw, 3.0 * bw, 5);
   huge(1, 1) = 1e-300, huge(1, 2) = 1e200, huge(2, 1) = 1, huge(2, 2) = 1, huge(3, 1) = 1;
   wide(1, 1) = 1e-300, wide(1, bw) = 1e200;
@@ -253,9 +190,8 @@ TEST(BandFactor, ZeroPivotIsADivisionByZeroAndZeroOverZeroAnOverflow) {
     int n, bw, fault;
   };
   Case cases[] = {
-      {"zero pivot", small(1), 3, 2, errDivByZero},   {"0 / 0", small(0), 3, 2, errOverflow},
-      {"later block", later(1), n, bw, errDivByZero}, {"later 0 / 0", later(0), n, bw, errOverflow},
-      {"overflow", huge, 3, 2, errOverflow},          {"block overflow", wide, n, bw, errOverflow},
+      {"zero pivot", small(1), 3, 2, errDivByZero}, {"0 / 0", small(0), 3, 2, errOverflow},
+      {"overflow", huge, 3, 2, errOverflow},        {"block overflow", wide, n, bw, errOverflow},
       {"bw beyond B", huge, 3, 3, errSubscript},
   };
   for (Case& c : cases)
@@ -286,10 +222,6 @@ TEST(BandMultiply, IsMinusTheSymmetricProduct) {
     for (int i = s.n; i < s.n + 4; ++i)
       ASSERT_EQ(y[i], 99.0);
   }
-  BandMatrix big = RandomBand(10, 3, 10, 3, 1.0, 6);
-  big(4, 2) = 1e308;
-  Vector x(10, 1e10), y(10);
-  EXPECT_EQ(FaultOf([&] { Band_Multiply(big, x, y, 10, 3); }), errOverflow);
   // One overflowing entry, in each vector lane and in the tail after them.
   for (int i = 1; i <= 13; ++i) {
     BandMatrix D(13, 1);
@@ -307,11 +239,9 @@ TEST(BandMultiply, IsMinusTheSymmetricProduct) {
 TEST(BandKernel, TheKernelAskedForIsTheOneInUse) {
   const BandKernel all[] = {BandKernel::Plain, BandKernel::Avx2, BandKernel::Avx512};
   const char* asked = std::getenv("VELK_BAND_KERNEL");
-  if (asked == nullptr) {
-    BandKernel widest = BandKernel::Plain;
-    for (BandKernel k : all)
-      if (Band_KernelRuns(k)) widest = k;
-    EXPECT_EQ(Band_KernelName(Band_Kernel()), std::string(Band_KernelName(widest)));
+  if (asked == nullptr) { // the widest the processor executes
+    const auto widest = std::find_if(std::rbegin(all), std::rend(all), Band_KernelRuns);
+    EXPECT_EQ(Band_Kernel(), *widest);
     return;
   }
   const auto* k = std::find_if(std::begin(all), std::end(all), [&](BandKernel kernel) {

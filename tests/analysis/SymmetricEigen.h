@@ -1,14 +1,13 @@
 #pragma once
 // Test support: eigenvalues of a small dense symmetric matrix by cyclic Jacobi
-// rotations, a few dense helpers for checking element matrices, and the fault
-// number an action raises.
+// rotations, and a few dense helpers for checking element and band matrices.
 #include <algorithm>
 #include <cmath>
 #include <numeric>
 #include <vector>
 
+#include "FaultOf.h"
 #include "analysis/ElementMatrix.h"
-#include "common/Fault.h"
 
 namespace velk::test {
 
@@ -91,16 +90,6 @@ inline double Asymmetry(const Dense& a) {
     for (std::size_t j = 0; j < i; ++j)
       m = std::max(m, std::abs(a[i][j] - a[j][i]));
   return m;
-}
-
-// The fault number an action raises, 0 for none.
-template <class Action> int FaultOf(Action&& action) {
-  try {
-    action();
-  } catch (const Fault& f) {
-    return f.number();
-  }
-  return 0;
 }
 
 } // namespace velk::test

@@ -7,16 +7,15 @@
 
 namespace velk::test {
 
-void Generate_Web(int nx, int ny, Single length, Single depth, Single thickness, Single moe,
-                  Single pr) {
+void Generate_Web(int nx, int ny, Single length, Single depth, Single thickness) {
   BeamShape web;
   web.Length = length;
   web.Web_H = web.Web_HE = depth;
   web.Web_T = web.Web_TE = thickness;
   web.Top_Flange_W = web.Top_Flange_T = web.Bot_Flange_W = web.Bot_Flange_T = 0;
   web.Top_Flange_WE = web.Top_Flange_TE = web.Bot_Flange_WE = web.Bot_Flange_TE = 0;
-  gMaterial().MOE = moe;
-  gMaterial().PR = pr;
+  gMaterial().MOE = 1000;
+  gMaterial().PR = 0.3f;
   Build_Girder(web, nx, ny, gMesh());
 }
 
@@ -46,8 +45,7 @@ void Stiffened_Plate(int n) {
     bar->width = 1.0f;
     bar->UpdatePropertyDefined();
   }
-  bars.GeneratevID();
-  gMesh().Nodes().GeneratevID(gMesh().twoNodes(), gMesh().fourNodes());
+  gMesh().GeneratevID();
 }
 
 void Girder_In_Bending() {
@@ -81,6 +79,22 @@ void One_Plate(int nodesX, int nodesY) {
   auto plate = m.fourNodes().Add(n(1), n(2), n(3), n(4), 1, "1");
   plate->Thickness = 0.5f;
   plate->UpdatePropertyDefined();
+  m.GeneratevID();
+}
+
+void Bar_Line(int n, Single dx, Single dy) {
+  Mesh& m = gMesh();
+  for (int i = 0; i <= n; ++i)
+    m.Nodes().Add(dx * static_cast<Single>(i), dy * static_cast<Single>(i), i + 1,
+                  std::to_string(i + 1));
+  m.Nodes().SetNumberNodesX(static_cast<Integer>(dx != 0 ? n + 1 : 1));
+  m.Nodes().SetNumberNodesY(static_cast<Integer>(dx != 0 ? 1 : n + 1));
+  for (int i = 1; i <= n; ++i) {
+    auto bar = m.twoNodes().Add(m.Nodes().Item(i), m.Nodes().Item(i + 1), i, std::to_string(i));
+    bar->Thickness = 0.1f;
+    bar->width = 1;
+    bar->UpdatePropertyDefined();
+  }
   m.GeneratevID();
 }
 

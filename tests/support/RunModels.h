@@ -11,9 +11,8 @@
 
 namespace velk::test {
 
-// A flat rectangular web of nx by ny elements, no flanges, E and nu as given.
-void Generate_Web(int nx, int ny, Single length, Single depth, Single thickness, Single moe = 1000,
-                  Single pr = 0.3f);
+// A flat rectangular web of nx by ny elements, no flanges, E 1000, nu 0.3.
+void Generate_Web(int nx, int ny, Single length, Single depth, Single thickness);
 
 // The node at column ix (0..nx) and row iy (0..ny) of a generated grid.
 Nodeb& GridNode(int ix, int iy);
@@ -36,6 +35,10 @@ void Girder_In_Bending();
 // One plate on the corners (0,0), (10,0), (10,10), (0,10), t 0.5, the four
 // nodes declared as a grid of nodesX by nodesY.
 void One_Plate(int nodesX, int nodesY);
+
+// n bars 0.1 x 1 in a line from the origin, each (dx, dy) long, on nodes
+// 1..n + 1 declared as one grid row (dx not 0) or one grid column.
+void Bar_Line(int n, Single dx, Single dy);
 
 class RunFixture : public SessionTest {
 protected:
