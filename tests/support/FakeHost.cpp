@@ -4,19 +4,9 @@ namespace velk::test {
 
 int FakeHost::MsgBox(const std::string& text, int buttons, const std::string& title) {
   messages.push_back({text, buttons, title});
-  if (!msgAnswers.empty()) {
-    int a = msgAnswers.front();
-    msgAnswers.pop_front();
-    return a;
-  }
-  return QuietHost::DefaultAnswer(buttons);
-}
-
-std::optional<std::string> FakeHost::InputBox(const std::string&, const std::string&,
-                                              const std::string& defaultText) {
-  if (inputAnswers.empty()) return defaultText;
-  auto a = inputAnswers.front();
-  inputAnswers.pop_front();
+  if (msgAnswers.empty()) return DefaultAnswer(buttons);
+  const int a = msgAnswers.front();
+  msgAnswers.pop_front();
   return a;
 }
 
@@ -29,13 +19,6 @@ bool FakeHost::Answer(std::deque<std::optional<std::string>>& q, FileDialog& d) 
   d.FileName = *a;
   d.FileTitle = FileTitleOf(*a);
   return true;
-}
-
-bool FakeHost::ShowOpen(FileDialog& d) {
-  return Answer(openAnswers, d);
-}
-bool FakeHost::ShowSave(FileDialog& d) {
-  return Answer(saveAnswers, d);
 }
 
 std::vector<std::string> FakeHost::Texts() const {

@@ -9,7 +9,7 @@
 
 namespace velk::test {
 
-class FakeHost final : public Host {
+class FakeHost final : public QuietHost {
 public:
   struct Message {
     std::string text;
@@ -17,20 +17,15 @@ public:
     std::string title;
   };
   std::vector<Message> messages;
-  std::deque<int> msgAnswers;                          // default: OK / Yes
-  std::deque<std::optional<std::string>> inputAnswers; // default: the default text
-  std::deque<std::optional<std::string>> openAnswers;  // nullopt: cancel
+  std::deque<int> msgAnswers;                         // default: OK / Yes
+  std::deque<std::optional<std::string>> openAnswers; // none left, or nullopt: cancel
   std::deque<std::optional<std::string>> saveAnswers;
   std::vector<FileDialog> dialogsShown;
-  int busyDepth = 0;
   int yields = 0;
 
   int MsgBox(const std::string& text, int buttons, const std::string& title) override;
-  std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
-                                      const std::string& defaultText) override;
-  bool ShowOpen(FileDialog& d) override;
-  bool ShowSave(FileDialog& d) override;
-  void SetBusy(bool busy) override { busyDepth += busy ? 1 : -1; }
+  bool ShowOpen(FileDialog& d) override { return Answer(openAnswers, d); }
+  bool ShowSave(FileDialog& d) override { return Answer(saveAnswers, d); }
   void Yield() override {
     ++yields;
     if (onYield) onYield();

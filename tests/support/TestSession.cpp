@@ -4,21 +4,17 @@
 #include "common/ProgramFolder.h"
 #include "session/VELKMain.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
-#include <unistd.h>
+#include <iterator>
+#include <stdlib.h>
 
 namespace velk::test {
 
 void SessionTest::SetUp() {
-  const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-  folder =
-      (std::filesystem::temp_directory_path() / ("velk-test-" + std::to_string(::getpid()) + "-" +
-                                                 info->test_suite_name() + "-" + info->name()))
-          .string();
-  std::filesystem::remove_all(folder);
-  std::filesystem::create_directories(folder);
+  folder = (std::filesystem::temp_directory_path() / "velk-test-XXXXXX").string();
+  ASSERT_NE(::mkdtemp(folder.data()), nullptr) << folder;
   SetProgramFolder(folder);
   SetOptionFileEnabled(true);
   Clear_Session();
@@ -37,9 +33,7 @@ std::string SessionTest::Scratch(const std::string& name) const {
 
 std::string ReadFile(const std::string& path) {
   std::ifstream f(path, std::ios::binary);
-  std::stringstream ss;
-  ss << f.rdbuf();
-  return ss.str();
+  return {std::istreambuf_iterator<char>(f), {}};
 }
 
 void WriteFile(const std::string& path, const std::string& data) {
@@ -49,15 +43,9 @@ void WriteFile(const std::string& path, const std::string& data) {
 
 std::vector<std::string> Lines(const std::string& data) {
   std::vector<std::string> out;
-  std::size_t start = 0;
-  while (start < data.size()) {
-    std::size_t e = data.find("\r\n", start);
-    if (e == std::string::npos) {
-      out.push_back(data.substr(start));
-      break;
-    }
-    out.push_back(data.substr(start, e - start));
-    start = e + 2;
+  for (std::size_t start = 0, end; start < data.size(); start = end + 2) {
+    end = std::min(data.find("\r\n", start), data.size());
+    out.push_back(data.substr(start, end - start));
   }
   return out;
 }
