@@ -13,7 +13,7 @@ xvfb-run -a ctest --test-dir build --output-on-failure -j"$jobs"
 
 echo "== core tests under AddressSanitizer and UBSan =="
 cmake -S . -B build-asan -DCMAKE_BUILD_TYPE=Debug -DVELK_SANITIZE=ON -DVELK_BUILD_GUI=OFF
-cmake --build build-asan -j"$jobs" --target velk_core_tests velk-batch
+cmake --build build-asan -j"$jobs" --target velk_core_tests velk-batch layer_check
 ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
   ctest --test-dir build-asan --output-on-failure -j"$jobs"
 
