@@ -30,8 +30,11 @@ void Size_Arrays(RunContext& run) {
   run.plateY.Resize(q);
   run.stiffX.Resize(s);
   run.stiffY.Resize(s);
+  // Everything here starts zero, as the stages want it, and is allocated once
+  // for the run: no array is cleared or allocated again.
   run.F.Resize(run.R);
   run.Iterate.Resize(run.R);
+  run.Work = BandMatrix(run.R, run.B);
   run.K = BandMatrix(run.R, run.B);
   run.Kg = BandMatrix(run.R, run.B);
 }
@@ -125,10 +128,7 @@ void Stage_One(RunContext& run) {
   RunArrays& a = run.a;
   const Integer n = Int16(2L * c.points);
 
-  for (Integer i = 1; i <= n; ++i)
-    run.F[i] = 0.0;
-  run.K.ClearRows(n);
-  run.bw = 0;
+  run.bw = 0; // F and Work are zero since Size_Arrays
   StepTimer assembly;
   Report_Progress("Creating Stiffness Matrix...");
   Checkpoint();
@@ -140,7 +140,7 @@ void Stage_One(RunContext& run) {
     for (int k = 1; k <= 4; ++k)
       for (int d = 1; d <= 2; ++d)
         dofs[2 * (k - 1) + d - 1] = Dof_Number(a.plateConn(k, e), d, 2);
-    Assemble(run, run.Ke, run.K, dofs);
+    Assemble(run, run.Ke, run.Work, dofs);
     Checkpoint();
   }
   for (Integer e = 1; e <= c.stiffeners; ++e) {
@@ -149,7 +149,7 @@ void Stage_One(RunContext& run) {
     for (int k = 1; k <= 2; ++k)
       for (int d = 1; d <= 2; ++d)
         dofs[2 * (k - 1) + d - 1] = Dof_Number(a.stiffConn(k, e), d, 2);
-    Assemble(run, run.Ke, run.K, std::span<const std::int16_t>(dofs.data(), 4));
+    Assemble(run, run.Ke, run.Work, std::span<const std::int16_t>(dofs.data(), 4));
     Checkpoint();
   }
 
@@ -193,7 +193,7 @@ void Stage_One(RunContext& run) {
       For_Run(r, [&](Integer p, Integer) {
         for (int d = 1; d <= 2; ++d)
           if (flag[d - 1] != 0)
-            Band_Prescribe(run.K, F, Dof_Number(p, d, 2), value[d - 1], run.bw, 2);
+            Band_Prescribe(run.Work, F, Dof_Number(p, d, 2), value[d - 1], run.bw, 2);
       });
       records = Int16(records + 1L);
     }
@@ -210,8 +210,8 @@ void Stage_One(RunContext& run) {
       if (kx == 0.0 && ky == 0.0) continue;
       For_Run(r, [&](Integer p, Integer) {
         const Integer u = Dof_Number(p, 1, 2), v = Dof_Number(p, 2, 2);
-        double& ku = Spring_Diagonal(run.K, u);
-        double& kv = Spring_Diagonal(run.K, v);
+        double& ku = Spring_Diagonal(run.Work, u);
+        double& kv = Spring_Diagonal(run.Work, v);
         ku = Finite(ku + kx);
         kv = Finite(kv + ky);
         generated = Int16(generated + 1L);
@@ -223,12 +223,12 @@ void Stage_One(RunContext& run) {
 
   Report_Progress("Solving...");
   Checkpoint();
-  if (analysisHooks().StageOneMatrix) analysisHooks().StageOneMatrix(run.K, n, run.bw);
+  if (analysisHooks().StageOneMatrix) analysisHooks().StageOneMatrix(run.Work, n, run.bw);
   StepTimer factor;
-  Band_Factor(run.K, n, run.bw);
+  Band_Factor(run.Work, n, run.bw);
   factor.Done(RunStep::StageOneFactor, n, run.bw);
   StepTimer solve;
-  Band_Solve(run.K, F, F, n, run.bw);
+  Band_Solve(run.Work, F, F, n, run.bw);
   solve.Done(RunStep::StageOneSolve, n, run.bw);
   Checkpoint();
 

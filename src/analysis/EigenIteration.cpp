@@ -1,6 +1,8 @@
 #include "analysis/EigenIteration.h"
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "analysis/CheckedArithmetic.h"
 #include "analysis/EigenCalculation.h"
@@ -23,13 +25,25 @@ void Mode_Table(Listing& l, std::span<const double> v, int points, const char* w
         .End();
 }
 
-// K[i, j] += sigma * Kg[i, j] over the equations and the band in use.
-void Shift(BandMatrix& K, const BandMatrix& Kg, double sigma, int n, int bw) {
+// work = K + sigma Kg over the equations and the band in use, which is all
+// that the factoring and the solves read of work: nothing else of it needs
+// clearing. With sigma 0, K itself.
+void Shifted(BandMatrix& work, const BandMatrix& K, const BandMatrix& Kg, double sigma, int n,
+             int bw) {
   for (int i = 1; i <= n; ++i) {
-    double* k = K.Row(i);
+    const double* k = K.Row(i);
     const double* g = Kg.Row(i);
-    for (int j = 0; j < bw; ++j)
-      k[j] = Finite(k[j] + sigma * g[j]);
+    double* w = work.Row(i);
+    if (sigma == 0.0) {
+      std::copy_n(k, bw, w);
+      continue;
+    }
+    bool finite = true;
+    for (int j = 0; j < bw; ++j) {
+      w[j] = k[j] + sigma * g[j];
+      finite &= std::fabs(w[j]) <= std::numeric_limits<double>::max();
+    }
+    if (!finite) Raise(errOverflow);
   }
 }
 
@@ -55,13 +69,16 @@ double Normalise_Vector(std::span<double> v, int n) {
   return largest;
 }
 
-bool Eigen_Iterate(BandMatrix& K, const BandMatrix& Kg, std::span<double> x, std::span<double> y,
-                   int bw, int points, const IterationOptions& options, Listing& list,
-                   double& lambda) {
+bool Eigen_Iterate(const BandMatrix& K, const BandMatrix& Kg, BandMatrix& work, std::span<double> x,
+                   std::span<double> y, int bw, int points, const IterationOptions& options,
+                   Listing& list, double& lambda) {
   const int n = Int16(3L * points);
-  if (x.size() < static_cast<std::size_t>(n) || y.size() < static_cast<std::size_t>(n))
+  const auto fits = [&](const BandMatrix& M) {
+    return n <= M.Rows() && bw >= 0 && bw <= M.Columns();
+  };
+  if (x.size() < static_cast<std::size_t>(n) || y.size() < static_cast<std::size_t>(n) ||
+      !fits(K) || !fits(Kg) || !fits(work))
     Raise(errSubscript);
-  BandMatrix SavedK(K.Rows(), K.Columns());
 
   list.Line("[Input Mode Shape]");
   Initial_Mode(x, points, options.OptionInitialB);
@@ -85,19 +102,18 @@ bool Eigen_Iterate(BandMatrix& K, const BandMatrix& Kg, std::span<double> x, std
   // default factor is 0.800000011920929.
   double sigma = options.EigenValueEstimation;
   const double factor = options.ShiftFactor;
-  SavedK.CopyFrom(K, n, bw);
 
   bool found = false;
   double mu = 0.0;
   for (int shift = 1; shift <= options.MaxShift && !found; ++shift) {
-    if (sigma != 0.0) Shift(K, Kg, sigma, n, bw);
+    Shifted(work, K, Kg, sigma, n, bw);
     StepTimer factoring;
-    Band_Factor(K, n, bw);
+    Band_Factor(work, n, bw);
     factoring.Done(RunStep::ShiftFactor, n, bw);
     StepTimer cycles;
     for (int cycle = 1; cycle <= options.MaxCycle; ++cycle) {
       Band_Multiply(Kg, x, y, n, bw);
-      Band_Solve(K, y, y, n, bw);
+      Band_Solve(work, y, y, n, bw);
       mu = Normalise_Vector(y, n);
       lambda = Finite(Div(1.0, mu) + sigma);
       double change = 0.0;
@@ -118,7 +134,6 @@ bool Eigen_Iterate(BandMatrix& K, const BandMatrix& Kg, std::span<double> x, std
     // The cycles of this shift are used up (with none at all, 1 / mu is the
     // division by zero of an empty shift).
     sigma = Finite((Div(1.0, mu) + sigma) * factor);
-    K.CopyFrom(SavedK, n, bw);
   }
   // Without a single shift there is no mode to report.
   if (options.MaxShift < 1) Raise(errInvalidCall, "no shift allowed");
@@ -129,9 +144,9 @@ bool Eigen_Iterate(BandMatrix& K, const BandMatrix& Kg, std::span<double> x, std
   return true;
 }
 
-bool Buckling_Iteration(BandMatrix& K, const BandMatrix& Kg, std::span<double> x,
-                        std::span<double> y, int bw, int points, Listing& list, Analysis& analysis,
-                        const Nodes& nodes, double& lambda) {
+bool Buckling_Iteration(const BandMatrix& K, const BandMatrix& Kg, BandMatrix& work,
+                        std::span<double> x, std::span<double> y, int bw, int points, Listing& list,
+                        Analysis& analysis, const Nodes& nodes, double& lambda) {
   const Analysis& a = analysis;
   IterationOptions options;
   options.EigenValueEstimation = a.EigenValueEstimation;
@@ -140,7 +155,7 @@ bool Buckling_Iteration(BandMatrix& K, const BandMatrix& Kg, std::span<double> x
   options.ShiftFactor = a.ShiftFactor;
   options.OptionInitialB = a.OptionInitialB;
   double result = 0.0;
-  if (!Eigen_Iterate(K, Kg, x, y, bw, points, options, list, result)) return false;
+  if (!Eigen_Iterate(K, Kg, work, x, y, bw, points, options, list, result)) return false;
 
   // Check every value before anything is stored, so that a result beyond a
   // Single leaves the model as it was.
