@@ -69,17 +69,11 @@ double Normalise_Vector(std::span<double> v, int n) {
   return largest;
 }
 
-bool Eigen_Iterate(const BandMatrix& K, const BandMatrix& Kg, BandMatrix& work, std::span<double> x,
-                   std::span<double> y, int bw, int points, const IterationOptions& options,
-                   Listing& list, double& lambda) {
-  const int n = Int16(3L * points);
-  const auto fits = [&](const BandMatrix& M) {
-    return n <= M.Rows() && bw >= 0 && bw <= M.Columns();
-  };
-  if (x.size() < static_cast<std::size_t>(n) || y.size() < static_cast<std::size_t>(n) ||
-      !fits(K) || !fits(Kg) || !fits(work))
-    Raise(errSubscript);
+namespace {
 
+// The first vector into x, and the listing of it and of the options.
+void Start_Iteration(Listing& list, std::span<double> x, int points,
+                     const IterationOptions& options) {
   list.Line("[Input Mode Shape]");
   Initial_Mode(x, points, options.OptionInitialB);
   Mode_Table(list, x, points, "0.00E+00");
@@ -97,40 +91,64 @@ bool Eigen_Iterate(const BandMatrix& K, const BandMatrix& Kg, BandMatrix& work, 
       .Formatted(options.ShiftFactor, "0.00E+00")
       .Formatted(options.EigenValueEstimation, "0.00E+00")
       .End();
+}
+
+enum class ShiftEnd { Converged, CyclesUsedUp, Cancelled };
+
+// The cycles of one shift on the factored matrix: y = -Kg x, solved and
+// normalised, until the iterate stops changing or the cycles are used up. mu
+// and lambda hold the last cycle's values; x carries over to the next shift.
+ShiftEnd Shift_Cycles(const BandMatrix& Kg, const BandMatrix& factored, std::span<double> x,
+                      std::span<double> y, int n, int bw, int shift, int maxCycle, double sigma,
+                      double& mu, double& lambda) {
+  for (int cycle = 1; cycle <= maxCycle; ++cycle) {
+    Band_Multiply(Kg, x, y, n, bw);
+    Band_Solve(factored, y, y, n, bw);
+    mu = Normalise_Vector(y, n);
+    lambda = Finite(Div(1.0, mu) + sigma);
+    double change = 0.0;
+    for (int i = 0; i < n; ++i)
+      change = std::fmax(change, std::fabs(Finite(x[i] - y[i])));
+    if (analysisHooks().Cycle) analysisHooks().Cycle(shift, cycle, sigma, lambda, change);
+    if (change < kConverged) return ShiftEnd::Converged;
+    for (int i = 0; i < n; ++i)
+      x[i] = y[i];
+    host().Yield();
+    if (AnalysisCancel == -1) return ShiftEnd::Cancelled;
+  }
+  return ShiftEnd::CyclesUsedUp;
+}
+
+} // namespace
+
+bool Eigen_Iterate(const BandMatrix& K, const BandMatrix& Kg, BandMatrix& work, std::span<double> x,
+                   std::span<double> y, int bw, int points, const IterationOptions& options,
+                   Listing& list, double& lambda) {
+  const int n = Int16(3L * points);
+  const auto fits = [&](const BandMatrix& M) {
+    return n <= M.Rows() && bw >= 0 && bw <= M.Columns();
+  };
+  if (x.size() < static_cast<std::size_t>(n) || y.size() < static_cast<std::size_t>(n) ||
+      !fits(K) || !fits(Kg) || !fits(work))
+    Raise(errSubscript);
+  Start_Iteration(list, x, points, options);
 
   // The single-precision options enter the arithmetic as they are: the
   // default factor is 0.800000011920929.
   double sigma = options.EigenValueEstimation;
   const double factor = options.ShiftFactor;
-
-  bool found = false;
   double mu = 0.0;
-  for (int shift = 1; shift <= options.MaxShift && !found; ++shift) {
+  for (int shift = 1; shift <= options.MaxShift; ++shift) {
     Shifted(work, K, Kg, sigma, n, bw);
     StepTimer factoring;
     Band_Factor(work, n, bw);
     factoring.Done(RunStep::ShiftFactor, n, bw);
     StepTimer cycles;
-    for (int cycle = 1; cycle <= options.MaxCycle; ++cycle) {
-      Band_Multiply(Kg, x, y, n, bw);
-      Band_Solve(work, y, y, n, bw);
-      mu = Normalise_Vector(y, n);
-      lambda = Finite(Div(1.0, mu) + sigma);
-      double change = 0.0;
-      for (int i = 0; i < n; ++i)
-        change = std::fmax(change, std::fabs(Finite(x[i] - y[i])));
-      if (analysisHooks().Cycle) analysisHooks().Cycle(shift, cycle, sigma, lambda, change);
-      if (change < kConverged) {
-        found = true;
-        break;
-      }
-      for (int i = 0; i < n; ++i)
-        x[i] = y[i];
-      host().Yield();
-      if (AnalysisCancel == -1) return false;
-    }
+    const ShiftEnd end =
+        Shift_Cycles(Kg, work, x, y, n, bw, shift, options.MaxCycle, sigma, mu, lambda);
+    if (end == ShiftEnd::Cancelled) return false;
     cycles.Done(RunStep::ShiftCycles, n, bw);
-    if (found) break;
+    if (end == ShiftEnd::Converged) break;
     // The cycles of this shift are used up (with none at all, 1 / mu is the
     // division by zero of an empty shift).
     sigma = Finite((Div(1.0, mu) + sigma) * factor);
