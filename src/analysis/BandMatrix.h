@@ -14,6 +14,7 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <utility>
 
 #include "analysis/ElementMatrix.h"
 
@@ -26,8 +27,14 @@ public:
   BandMatrix(int rows, int columns);
   BandMatrix(const BandMatrix& other);
   BandMatrix& operator=(const BandMatrix& other);
-  BandMatrix(BandMatrix&&) noexcept = default;
-  BandMatrix& operator=(BandMatrix&&) noexcept = default;
+  // A matrix moved from is empty.
+  BandMatrix(BandMatrix&& other) noexcept { *this = std::move(other); }
+  BandMatrix& operator=(BandMatrix&& other) noexcept {
+    rows_ = std::exchange(other.rows_, 0);
+    columns_ = std::exchange(other.columns_, 0);
+    data_ = std::move(other.data_);
+    return *this;
+  }
 
   int Rows() const { return rows_; }
   int Columns() const { return columns_; }
