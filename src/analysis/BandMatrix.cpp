@@ -3,12 +3,19 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <limits>
+#include <new>
 #include <string_view>
 #include <vector>
 
 #include "analysis/CheckedArithmetic.h"
+
+#if defined(__linux__)
+#include <sys/mman.h>
+#endif
 
 namespace velk {
 
@@ -138,6 +145,118 @@ template <class T> VELK_INLINE bool AllFinite(const double* x, int count) {
   return t == 0.0;
 }
 
+// The panel: pivots p0 .. p1 - 1 eliminated among the rows of their block,
+// each row swept over its whole reach.
+template <class T>
+VELK_INLINE void EliminatePanel(double* a, std::ptrdiff_t ld, int n, int bw, int p0, int p1) {
+  for (int p = p0; p < p1; ++p) {
+    double* const rp = a + p * ld + p;
+    if (p > 0 && !AllFinite<T>(rp, std::min(bw - 1, n - p))) Raise(errOverflow);
+    if (p == n - 1) return;
+    const double d = rp[0];
+    if (d == 0.0) RaiseZeroDivisor(rp[1] * rp[1]);
+    const int last = std::min(p + bw - 1, n - 1); // the last column row p reaches
+    for (int i = p + 1; i <= std::min(p1 - 1, last); ++i)
+      SubScaled<T>(a + i * ld + i, rp + (i - p), rp[i - p] / d, last - i + 1);
+  }
+}
+
+// The block's rows over the `width` trailing columns p1 .. p1 + width - 1,
+// for the update: row q of U (ldU long, zero beyond the row's reach and up to
+// ldU, so that a tile may read past `width`), and W in strips of kRows
+// columns, each strip holding its kRows values for pivot after pivot.
+template <class T>
+VELK_INLINE void PackBlock(const double* a, std::ptrdiff_t ld, int n, int bw, int p0, int p1,
+                           int width, double* u, int ldU, double* w) {
+  using V = typename T::V;
+  constexpr int L = T::kLanes, MR = T::kRows;
+  const int depth = p1 - p0, strips = (width + MR - 1) / MR;
+  for (int q = 0; q < depth; ++q) {
+    const int p = p0 + q;
+    const double* const src = a + p * ld + p1;
+    const int reach = std::max(std::min(p + bw - 1, n - 1) - p1 + 1, 0);
+    double* const uq = u + static_cast<std::ptrdiff_t>(q) * ldU;
+    int c = 0;
+    for (; c + L <= reach; c += L)
+      Store(uq + c, Load<V>(src + c));
+    for (; c < reach; ++c)
+      uq[c] = src[c];
+    std::fill(uq + c, uq + ldU, 0.0);
+    // W = U times the pivot's reciprocal: one division per row. A pivot whose
+    // reciprocal is not a normal number (it overflows, or loses digits)
+    // divides instead.
+    const double d = a[p * ld + p], inverse = 1.0 / d;
+    const bool scale = std::isnormal(inverse);
+    const V iv = Splat<V>(inverse);
+    for (int s = 0; s < strips; ++s) {
+      double* const ws = w + (static_cast<std::ptrdiff_t>(s) * depth + q) * MR;
+      const double* const us = uq + s * MR;
+      if (scale && MR % L == 0) {
+#pragma GCC unroll 4
+        for (int r = 0; r < MR; r += L)
+          Store(ws + r, Load<V>(us + r) * iv);
+      } else {
+        for (int r = 0; r < MR; ++r)
+          ws[r] = scale ? us[r] * inverse : us[r] / d;
+      }
+    }
+  }
+}
+
+// One register tile of the update: kRows rows from p1 + i0 and kVectors
+// vectors of columns from p1 + k0 take the terms of the block's `depth`
+// pivots. Entries left of the diagonal or right of `width` are not touched.
+template <class T>
+VELK_INLINE void UpdateTile(double* a, std::ptrdiff_t ld, int p1, int width, int depth,
+                            const double* u, int ldU, const double* w, int i0, int k0) {
+  using V = typename T::V;
+  constexpr int L = T::kLanes, NV = T::kVectors, MR = T::kRows, NR = NV * L;
+  V acc[MR][NV];
+#pragma GCC unroll 8
+  for (int r = 0; r < MR; ++r)
+#pragma GCC unroll 4
+    for (int v = 0; v < NV; ++v)
+      acc[r][v] = Splat<V>(0.0);
+  for (int q = 0; q < depth; ++q) {
+    V uv[NV];
+#pragma GCC unroll 4
+    for (int v = 0; v < NV; ++v)
+      uv[v] = Load<V>(u + static_cast<std::ptrdiff_t>(q) * ldU + k0 + v * L);
+#pragma GCC unroll 8
+    for (int r = 0; r < MR; ++r) {
+      const V wv = Splat<V>(w[q * MR + r]);
+#pragma GCC unroll 4
+      for (int v = 0; v < NV; ++v)
+        acc[r][v] += wv * uv[v];
+    }
+  }
+  if (i0 + MR - 1 <= k0 && k0 + NR <= width) {
+#pragma GCC unroll 8
+    for (int r = 0; r < MR; ++r) {
+      double* const c = a + (p1 + i0 + r) * ld + p1 + k0;
+#pragma GCC unroll 4
+      for (int v = 0; v < NV; ++v)
+        Store(c + v * L, Load<V>(c + v * L) - acc[r][v]);
+    }
+    return;
+  }
+  // On the diagonal or at the right edge: whole vectors where they lie inside,
+  // single entries where they straddle.
+  for (int r = 0; r < MR && i0 + r < width; ++r) {
+    const int i = i0 + r;
+    double* const c = a + (p1 + i) * ld + p1;
+    for (int v = 0; v < NV; ++v) {
+      const int k = k0 + v * L;
+      if (k >= i && k + L <= width) {
+        Store(c + k, Load<V>(c + k) - acc[r][v]);
+        continue;
+      }
+      for (int l = std::max(i - k, 0); l < L && k + l < width; ++l)
+        c[k + l] -= acc[r][v][l];
+    }
+  }
+}
+
 // The elimination, blocked. Pivot p reduces each later row i it reaches by
 //   A(i, k) -= W(p, i) * U(p, k),   W(p, i) = U(p, i) / d(p),
 // for the columns k >= i its row covers; U(p, .) is row p once final and d(p)
@@ -150,93 +269,31 @@ template <class T> VELK_INLINE bool AllFinite(const double* x, int count) {
 // block then take the whole block's terms at once: a dense update of the
 // triangle they span, computed in register tiles from packed copies of U and
 // W, so that each entry of the triangle is loaded and stored once per block
-// instead of once per pivot.
+// instead of once per pivot. The steps are separate functions, all inlined
+// into the kernel of each instruction set, so the split costs no call.
 //
 // Faults are checked once per row, in the order the row-by-row elimination
 // meets them: row p's entries when it is final, then its pivot before the
 // first division by it.
 template <class T> VELK_INLINE void FactorBand(double* a, std::ptrdiff_t ld, int n, int bw) {
-  using V = typename T::V;
-  constexpr int L = T::kLanes, NV = T::kVectors, MR = T::kRows, NR = NV * L;
-  const int most = bw - 1; // widest trailing triangle
-  const int strips = (most + NR - 1) / NR, rowStrips = (most + MR - 1) / MR;
-  std::vector<double> packedU(static_cast<std::size_t>(strips) * kBlock * NR);
-  std::vector<double> packedW(static_cast<std::size_t>(rowStrips) * kBlock * MR);
-  auto at = [a, ld](int i, int k) { return a + i * ld + k; };
-
+  constexpr int MR = T::kRows, NR = T::kVectors * T::kLanes;
+  const int ldU = bw - 1 + NR;
+  std::vector<double> packedU(static_cast<std::size_t>(kBlock) * ldU);
+  std::vector<double> packedW(static_cast<std::size_t>((bw - 1 + MR - 1) / MR) * kBlock * MR);
   for (int p0 = 0; p0 < n; p0 += kBlock) {
     const int p1 = std::min(p0 + kBlock, n);
-    for (int p = p0; p < p1; ++p) {
-      double* const rp = at(p, p);
-      if (p > 0 && !AllFinite<T>(rp, std::min(bw - 1, n - p))) Raise(errOverflow);
-      if (p == n - 1) break;
-      const double d = rp[0];
-      if (d == 0.0) RaiseZeroDivisor(rp[1] * rp[1]);
-      const int last = std::min(p + bw - 1, n - 1); // the last column row p reaches
-      for (int i = p + 1; i <= std::min(p1 - 1, last); ++i)
-        SubScaled<T>(at(i, i), rp + (i - p), rp[i - p] / d, last - i + 1);
-    }
-
+    EliminatePanel<T>(a, ld, n, bw, p0, p1);
     // The rows and columns p1 .. p1 + width - 1 that the block reaches.
     const int width = std::min(bw - 1, n - p1);
     if (width <= 0) continue;
-    const int depth = p1 - p0;
-    const int nStrips = (width + NR - 1) / NR, nRowStrips = (width + MR - 1) / MR;
-    for (int q = 0; q < depth; ++q) {
-      const int p = p0 + q;
-      const double* const rp = at(p, 0);
-      const double d = rp[p];
-      const int reach = std::min(p + bw - 1, n - 1) - p1 + 1; // columns c < reach are in row p
-      for (int c = 0; c < nStrips * NR; ++c)
-        packedU[(static_cast<std::size_t>(c / NR) * depth + q) * NR + c % NR] =
-            c < reach ? rp[p1 + c] : 0.0;
-      for (int c = 0; c < nRowStrips * MR; ++c)
-        packedW[(static_cast<std::size_t>(c / MR) * depth + q) * MR + c % MR] =
-            c < reach ? rp[p1 + c] / d : 0.0;
-    }
-
-    for (int b = 0; b < nStrips; ++b) {
-      const int kc = b * NR;
-      const double* const ub = packedU.data() + static_cast<std::size_t>(b) * depth * NR;
-      for (int r0 = 0; r0 < width && r0 < kc + NR; r0 += MR) {
-        const double* const wa = packedW.data() + static_cast<std::size_t>(r0 / MR) * depth * MR;
-        V acc[MR][NV];
-#pragma GCC unroll 8
-        for (int r = 0; r < MR; ++r)
-#pragma GCC unroll 4
-          for (int v = 0; v < NV; ++v)
-            acc[r][v] = Splat<V>(0.0);
-        for (int q = 0; q < depth; ++q) {
-          V u[NV];
-#pragma GCC unroll 4
-          for (int v = 0; v < NV; ++v)
-            u[v] = Load<V>(ub + q * NR + v * L);
-#pragma GCC unroll 8
-          for (int r = 0; r < MR; ++r) {
-            const V w = Splat<V>(wa[q * MR + r]);
-#pragma GCC unroll 4
-            for (int v = 0; v < NV; ++v)
-              acc[r][v] += w * u[v];
-          }
-        }
-        if (r0 + MR - 1 <= kc && kc + NR <= width) {
-#pragma GCC unroll 8
-          for (int r = 0; r < MR; ++r) {
-            double* const c = at(p1 + r0 + r, p1 + kc);
-#pragma GCC unroll 4
-            for (int v = 0; v < NV; ++v)
-              Store(c + v * L, Load<V>(c + v * L) - acc[r][v]);
-          }
-        } else { // on the diagonal or at the edge: only entries k >= i inside
-          double tile[MR][NR];
-          for (int r = 0; r < MR; ++r)
-            for (int v = 0; v < NV; ++v)
-              Store(&tile[r][v * L], acc[r][v]);
-          for (int r = 0; r < MR && r0 + r < width; ++r)
-            for (int c = std::max(r0 + r - kc, 0); c < NR && kc + c < width; ++c)
-              *at(p1 + r0 + r, p1 + kc + c) -= tile[r][c];
-        }
-      }
+    PackBlock<T>(a, ld, n, bw, p0, p1, width, packedU.data(), ldU, packedW.data());
+    // Each strip of rows starts its tiles at its own first column: only its
+    // first tile meets the diagonal.
+    for (int i0 = 0; i0 < width; i0 += MR) {
+      const double* const w =
+          packedW.data() + static_cast<std::ptrdiff_t>(i0 / MR) * (p1 - p0) * MR;
+      for (int k0 = i0; k0 < width; k0 += NR)
+        UpdateTile<T>(a, ld, p1, width, p1 - p0, packedU.data(), ldU, w, i0, k0);
     }
   }
 }
@@ -343,24 +400,45 @@ const double* Origin(const BandMatrix& M) {
   return M.Rows() > 0 ? M.Row(1) : nullptr;
 }
 
+// Where the system offers it, the storage is backed by 2 MB pages: the first
+// touch of each page is a fault, and with 4 kB pages the faults of a large run
+// cost more than its assembly. Only the whole 2 MB spans inside the block
+// are marked; it is a hint, and nothing changes where it is not taken.
+void AskForLargePages([[maybe_unused]] void* p, [[maybe_unused]] std::size_t bytes) {
+#if defined(__linux__) && defined(MADV_HUGEPAGE)
+  constexpr std::uintptr_t kLarge = std::uintptr_t{1} << 21;
+  const std::uintptr_t begin = (reinterpret_cast<std::uintptr_t>(p) + kLarge - 1) & ~(kLarge - 1);
+  const std::uintptr_t end = (reinterpret_cast<std::uintptr_t>(p) + bytes) & ~(kLarge - 1);
+  if (end > begin) ::madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
+#endif
+}
+
 } // namespace
 
+static_assert(std::numeric_limits<double>::is_iec559, "calloc's zero bytes must be 0.0");
+
+// The storage comes from calloc, not from a value-initialised vector: a large
+// block is mapped fresh from the system, whose pages are zero already, so the
+// array is cleared once, page by page as it is first written, and never by a
+// sweep of its own. A run's band arrays are tens of megabytes.
 BandMatrix::BandMatrix(int rows, int columns) : rows_(rows), columns_(columns) {
   if (rows < 0 || columns < 0) Raise(errSubscript);
-  data_.assign(static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns), 0.0);
+  if (Size() == 0) return;
+  data_.reset(static_cast<double*>(std::calloc(Size(), sizeof(double))));
+  if (!data_) throw std::bad_alloc();
+  AskForLargePages(data_.get(), Size() * sizeof(double));
 }
 
-void BandMatrix::ClearRows(int rows) {
-  if (rows < 0 || rows > rows_) Raise(errSubscript);
-  std::fill(data_.begin(), data_.begin() + static_cast<std::ptrdiff_t>(rows) * columns_, 0.0);
+BandMatrix::BandMatrix(const BandMatrix& other) : rows_(other.rows_), columns_(other.columns_) {
+  if (Size() == 0) return;
+  data_.reset(static_cast<double*>(std::malloc(Size() * sizeof(double))));
+  if (!data_) throw std::bad_alloc();
+  std::memcpy(data_.get(), other.data_.get(), Size() * sizeof(double));
 }
 
-void BandMatrix::CopyFrom(const BandMatrix& other, int rows, int columns) {
-  if (other.columns_ != columns_ || rows < 0 || rows > rows_ || rows > other.rows_ || columns < 0 ||
-      columns > columns_)
-    Raise(errSubscript);
-  for (int r = 1; r <= rows; ++r)
-    std::copy_n(other.Row(r), columns, Row(r));
+BandMatrix& BandMatrix::operator=(const BandMatrix& other) {
+  if (this != &other) *this = BandMatrix(other);
+  return *this;
 }
 
 std::optional<BandOverflow> Band_Assemble(const ElementMatrix& Ke, BandMatrix& M, int& bw,

@@ -10,9 +10,11 @@
 // diagonal. Freedom numbers are 1-based too; a vector passed as a span holds
 // freedom k at index k - 1.
 #include <cstdint>
+#include <cstdlib>
+#include <memory>
 #include <optional>
 #include <span>
-#include <vector>
+#include <utility>
 
 #include "analysis/ElementMatrix.h"
 
@@ -23,6 +25,16 @@ public:
   BandMatrix() = default;
   // R rows by B band columns, all zero.
   BandMatrix(int rows, int columns);
+  BandMatrix(const BandMatrix& other);
+  BandMatrix& operator=(const BandMatrix& other);
+  // A matrix moved from is empty.
+  BandMatrix(BandMatrix&& other) noexcept { *this = std::move(other); }
+  BandMatrix& operator=(BandMatrix&& other) noexcept {
+    rows_ = std::exchange(other.rows_, 0);
+    columns_ = std::exchange(other.columns_, 0);
+    data_ = std::move(other.data_);
+    return *this;
+  }
 
   int Rows() const { return rows_; }
   int Columns() const { return columns_; }
@@ -31,23 +43,24 @@ public:
   // factoring sweeps pivot rows from end to end.
   double& operator()(int r, int b) { return data_[Index(r, b)]; }
   double operator()(int r, int b) const { return data_[Index(r, b)]; }
-  double* Row(int r) { return data_.data() + Index(r, 1); }
-  const double* Row(int r) const { return data_.data() + Index(r, 1); }
-
-  // Zeroes all band columns of rows 1..rows.
-  void ClearRows(int rows);
-  // Copies rows 1..rows, band columns 1..columns, from `other` (same shape).
-  void CopyFrom(const BandMatrix& other, int rows, int columns);
+  double* Row(int r) { return data_.get() + Index(r, 1); }
+  const double* Row(int r) const { return data_.get() + Index(r, 1); }
 
 private:
   std::size_t Index(int r, int b) const {
     return static_cast<std::size_t>(r - 1) * static_cast<std::size_t>(columns_) +
            static_cast<std::size_t>(b - 1);
   }
+  std::size_t Size() const {
+    return static_cast<std::size_t>(rows_) * static_cast<std::size_t>(columns_);
+  }
 
+  struct Free {
+    void operator()(double* p) const { std::free(p); }
+  };
   int rows_ = 0;
   int columns_ = 0;
-  std::vector<double> data_;
+  std::unique_ptr<double[], Free> data_;
 };
 
 // What the assembly met when a freedom lay beyond the rows or an entry beyond

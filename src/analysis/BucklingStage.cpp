@@ -174,10 +174,8 @@ void Out_Of_Plane_Conditions(RunContext& run) {
 void Buckling_Stage(RunContext& run) {
   const Integer points = run.counts.points;
   const Integer n = Int16(3L * points);
-  for (Integer i = 1; i <= n; ++i)
-    run.Iterate[i] = 0.0;
-  run.K.ClearRows(n);
-  run.Kg.ClearRows(n);
+  // K, Kg and Iterate are zero since Size_Arrays: stage one worked in Work
+  // and F, and F holds its displacements still.
   run.Ke.Clear();
   run.bw = 0;
   StepTimer assembly;
@@ -192,8 +190,8 @@ void Buckling_Stage(RunContext& run) {
   Report_Progress("Calculating Eigenvalue...");
   Checkpoint();
   double lambda = 0.0;
-  Buckling_Iteration(run.K, run.Kg, run.Iterate.Data(), run.F.Data(), run.bw, points, *run.list,
-                     *run.analysis, run.mesh->Nodes(), lambda);
+  Buckling_Iteration(run.K, run.Kg, run.Work, run.Iterate.Data(), run.F.Data(), run.bw, points,
+                     *run.list, *run.analysis, run.mesh->Nodes(), lambda);
   Checkpoint();
   run.list->Line("[Output Ends]");
 }

@@ -68,6 +68,111 @@ std::string TemporaryFolder() {
   return FolderSetting().empty() ? WritableFolder() : FolderSetting();
 }
 
+namespace {
+
+// Blocks 1 to 4: title, description and run identity, the counts, E and nu.
+void Write_Head_Blocks(FieldWriter& out, Mesh& mesh, const Material& material, const Analysis& a) {
+  const Nodes& nodes = mesh.Nodes();
+  long nPlates = 0, nStiff = 0;
+  for (const auto& p : mesh.fourNodes())
+    nPlates += p->vID != 0;
+  for (const auto& e : mesh.twoNodes())
+    nStiff += e->vID != 0;
+
+  out.Text(a.Title);
+  out.EndLine();
+  out.Text(a.Discription);
+  out.Text(a.RunID);
+  out.EndLine();
+  for (long c : {nPlates, nStiff, static_cast<long>(nodes.MaxvID), CountNodes(nodes, IsLoaded),
+                 CountNodes(nodes, IsInPlaneBoundary), CountNodes(nodes, IsInPlaneSpring),
+                 CountNodes(nodes, IsOutBoundary), CountNodes(nodes, IsOutSpring)})
+    out.Integer(c);
+  out.EndLine();
+  out.Single(material.MOE);
+  out.Single(material.PR);
+  out.EndLine();
+}
+
+// The points, then the connectivity of plates and stiffeners, then their
+// sections: the geometry the run reads back with Read_Mesh.
+void Write_Mesh_Blocks(FieldWriter& out, Mesh& mesh) {
+  // Points: only x and y; the plate lies in the analysis's X-Y plane.
+  long running = 0;
+  for (const auto& n : mesh.Nodes()) {
+    if (n->vID == 0) continue;
+    WriteRunOfOne(out, ++running);
+    out.Single(n->xcoord);
+    out.Single(n->ycoord);
+    out.Single(n->xcoord);
+    out.Single(n->ycoord);
+    out.EndLine();
+  }
+  running = 0;
+  for (const auto& p : mesh.fourNodes()) {
+    if (p->vID == 0) continue;
+    WriteRunOfOne(out, ++running);
+    out.Integer(1);
+    for (const auto* corner : {&p->Node1, &p->Node2, &p->Node3, &p->Node4})
+      out.Integer((*corner)->vID);
+    out.EndLine();
+  }
+  running = 0;
+  for (const auto& e : mesh.twoNodes()) {
+    if (e->vID == 0) continue;
+    WriteRunOfOne(out, ++running);
+    out.Integer(1);
+    out.Integer(e->Node1->vID);
+    out.Integer(e->Node2->vID);
+    out.EndLine();
+  }
+  for (const auto& p : mesh.fourNodes()) {
+    if (p->vID == 0) continue;
+    WriteRunOfOne(out, p->vID);
+    out.Single(p->Thickness);
+    out.EndLine();
+  }
+  for (const auto& e : mesh.twoNodes()) {
+    if (e->vID == 0) continue;
+    WriteRunOfOne(out, e->vID);
+    out.Single(e->Thickness);
+    out.Single(e->width);
+    out.EndLine();
+  }
+}
+
+// The five nodal blocks: loads, in-plane restraints and springs, out-of-plane
+// restraints and springs. Values under the threshold are written as they
+// stand once the other value of the node has put it into the block.
+void Write_Nodal_Blocks(FieldWriter& out, const Nodes& nodes) {
+  WriteNodalBlock(out, nodes, IsLoaded, [&](const Nodeb& n) {
+    out.Single(n.XLoad);
+    out.Single(n.YLoad);
+  });
+  WriteNodalBlock(out, nodes, IsInPlaneBoundary, [&](const Nodeb& n) {
+    out.Integer(n.XTDir());
+    out.Integer(n.YTDir());
+    out.Single(n.XTDirValue);
+    out.Single(n.YTDirValue);
+  });
+  WriteNodalBlock(out, nodes, IsInPlaneSpring, [&](const Nodeb& n) {
+    out.Single(n.xtstiff);
+    out.Single(n.YTStiff);
+  });
+  WriteNodalBlock(out, nodes, IsOutBoundary, [&](const Nodeb& n) {
+    out.Integer(n.ZTDir());
+    out.Integer(n.XRDir());
+    out.Integer(n.YRDir());
+  });
+  WriteNodalBlock(out, nodes, IsOutSpring, [&](const Nodeb& n) {
+    out.Single(n.ZTStiff);
+    out.Single(n.XRStiff);
+    out.Single(n.YRStiff);
+  });
+}
+
+} // namespace
+
 Integer Write_Deck(Mesh& mesh, const Material& material, const Analysis& analysis,
                    std::string& inFile, std::string& outFile) {
   try {
@@ -77,103 +182,12 @@ Integer Write_Deck(Mesh& mesh, const Material& material, const Analysis& analysi
 
     OutFile file(inFile);
     FieldWriter out(file);
-    Nodes& nodes = mesh.Nodes();
-    twoNodes& stiffeners = mesh.twoNodes();
-    fourNodes& plates = mesh.fourNodes();
-    nodes.GenerateUvID();
-    stiffeners.GenerateUvID();
-    plates.GenerateUvID();
-
-    long nPlates = 0, nStiff = 0;
-    for (const auto& p : plates)
-      nPlates += p->vID != 0;
-    for (const auto& e : stiffeners)
-      nStiff += e->vID != 0;
-
-    const Analysis& a = analysis;
-    out.Text(a.Title);
-    out.EndLine();
-    out.Text(a.Discription);
-    out.Text(a.RunID);
-    out.EndLine();
-    for (long c : {nPlates, nStiff, static_cast<long>(nodes.MaxvID), CountNodes(nodes, IsLoaded),
-                   CountNodes(nodes, IsInPlaneBoundary), CountNodes(nodes, IsInPlaneSpring),
-                   CountNodes(nodes, IsOutBoundary), CountNodes(nodes, IsOutSpring)})
-      out.Integer(c);
-    out.EndLine();
-    out.Single(material.MOE);
-    out.Single(material.PR);
-    out.EndLine();
-
-    // Points: only x and y; the plate lies in the analysis's X-Y plane.
-    long running = 0;
-    for (const auto& n : nodes) {
-      if (n->vID == 0) continue;
-      WriteRunOfOne(out, ++running);
-      out.Single(n->xcoord);
-      out.Single(n->ycoord);
-      out.Single(n->xcoord);
-      out.Single(n->ycoord);
-      out.EndLine();
-    }
-    running = 0;
-    for (const auto& p : plates) {
-      if (p->vID == 0) continue;
-      WriteRunOfOne(out, ++running);
-      out.Integer(1);
-      for (const auto* corner : {&p->Node1, &p->Node2, &p->Node3, &p->Node4})
-        out.Integer((*corner)->vID);
-      out.EndLine();
-    }
-    running = 0;
-    for (const auto& e : stiffeners) {
-      if (e->vID == 0) continue;
-      WriteRunOfOne(out, ++running);
-      out.Integer(1);
-      out.Integer(e->Node1->vID);
-      out.Integer(e->Node2->vID);
-      out.EndLine();
-    }
-    for (const auto& p : plates) {
-      if (p->vID == 0) continue;
-      WriteRunOfOne(out, p->vID);
-      out.Single(p->Thickness);
-      out.EndLine();
-    }
-    for (const auto& e : stiffeners) {
-      if (e->vID == 0) continue;
-      WriteRunOfOne(out, e->vID);
-      out.Single(e->Thickness);
-      out.Single(e->width);
-      out.EndLine();
-    }
-
-    // Values under the threshold are written as they stand once the other
-    // value of the node has put it into the block.
-    WriteNodalBlock(out, nodes, IsLoaded, [&](const Nodeb& n) {
-      out.Single(n.XLoad);
-      out.Single(n.YLoad);
-    });
-    WriteNodalBlock(out, nodes, IsInPlaneBoundary, [&](const Nodeb& n) {
-      out.Integer(n.XTDir());
-      out.Integer(n.YTDir());
-      out.Single(n.XTDirValue);
-      out.Single(n.YTDirValue);
-    });
-    WriteNodalBlock(out, nodes, IsInPlaneSpring, [&](const Nodeb& n) {
-      out.Single(n.xtstiff);
-      out.Single(n.YTStiff);
-    });
-    WriteNodalBlock(out, nodes, IsOutBoundary, [&](const Nodeb& n) {
-      out.Integer(n.ZTDir());
-      out.Integer(n.XRDir());
-      out.Integer(n.YRDir());
-    });
-    WriteNodalBlock(out, nodes, IsOutSpring, [&](const Nodeb& n) {
-      out.Single(n.ZTStiff);
-      out.Single(n.XRStiff);
-      out.Single(n.YRStiff);
-    });
+    mesh.Nodes().GenerateUvID();
+    mesh.twoNodes().GenerateUvID();
+    mesh.fourNodes().GenerateUvID();
+    Write_Head_Blocks(out, mesh, material, analysis);
+    Write_Mesh_Blocks(out, mesh);
+    Write_Nodal_Blocks(out, mesh.Nodes());
     file.Close();
     return 1;
   } catch (const std::exception&) {

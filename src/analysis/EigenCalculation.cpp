@@ -30,8 +30,11 @@ void Size_Arrays(RunContext& run) {
   run.plateY.Resize(q);
   run.stiffX.Resize(s);
   run.stiffY.Resize(s);
+  // Everything here starts zero, as the stages want it, and is allocated once
+  // for the run: no array is cleared or allocated again.
   run.F.Resize(run.R);
   run.Iterate.Resize(run.R);
+  run.Work = BandMatrix(run.R, run.B);
   run.K = BandMatrix(run.R, run.B);
   run.Kg = BandMatrix(run.R, run.B);
 }
@@ -118,21 +121,11 @@ void Write_Mesh_Tables(RunContext& run) {
   }
 }
 
-void Stage_One(RunContext& run) {
+// The membrane stiffness of the plates and stiffeners, assembled into Work
+// with two freedoms a point.
+void Assemble_Membrane_Stiffness(RunContext& run) {
   const DeckCounts& c = run.counts;
-  DeckReader& deck = *run.deck;
-  Listing& l = *run.list;
-  RunArrays& a = run.a;
-  const Integer n = Int16(2L * c.points);
-
-  for (Integer i = 1; i <= n; ++i)
-    run.F[i] = 0.0;
-  run.K.ClearRows(n);
-  run.bw = 0;
-  StepTimer assembly;
-  Report_Progress("Creating Stiffness Matrix...");
-  Checkpoint();
-
+  const RunArrays& a = run.a;
   std::array<std::int16_t, 8> dofs{};
   for (Integer e = 1; e <= c.plates; ++e) {
     Plate_Membrane(run.plateX[e], run.plateY[e], a.plateThick[e], run.ElasticModulus,
@@ -140,7 +133,7 @@ void Stage_One(RunContext& run) {
     for (int k = 1; k <= 4; ++k)
       for (int d = 1; d <= 2; ++d)
         dofs[2 * (k - 1) + d - 1] = Dof_Number(a.plateConn(k, e), d, 2);
-    Assemble(run, run.Ke, run.K, dofs);
+    Assemble(run, run.Ke, run.Work, dofs);
     Checkpoint();
   }
   for (Integer e = 1; e <= c.stiffeners; ++e) {
@@ -149,102 +142,137 @@ void Stage_One(RunContext& run) {
     for (int k = 1; k <= 2; ++k)
       for (int d = 1; d <= 2; ++d)
         dofs[2 * (k - 1) + d - 1] = Dof_Number(a.stiffConn(k, e), d, 2);
-    Assemble(run, run.Ke, run.K, std::span<const std::int16_t>(dofs.data(), 4));
+    Assemble(run, run.Ke, run.Work, std::span<const std::int16_t>(dofs.data(), 4));
     Checkpoint();
   }
+}
 
-  Report_Progress("Applying Boundary Conditions...");
+// The load block: listed as read, and added into F. Loads add up; the count
+// runs over the points loaded, not the records.
+void Apply_Loads(RunContext& run) {
+  if (run.counts.loads <= 0) return;
+  DeckReader& deck = *run.deck;
+  Listing& l = *run.list;
+  l.Line("[Loads]");
+  l.Begin().Text("Node Number").Text("X Dir.").Text("Y Dir.").End();
+  Integer loaded = 0;
+  while (loaded < run.counts.loads) {
+    Checkpoint();
+    const RunRecord r = Read_Run(deck, RunRepair::Nodal);
+    const double fx = deck.Real(), fy = deck.Real();
+    l.Begin().Int(r.first).Real(fx).Real(fy).End();
+    if (fx == 0.0 && fy == 0.0) continue;
+    For_Run(r, [&](Integer p, Integer) {
+      const Integer u = Dof_Number(p, 1, 2), v = Dof_Number(p, 2, 2);
+      run.F[u] = Finite(run.F[u] + fx);
+      run.F[v] = Finite(run.F[v] + fy);
+      loaded = Int16(loaded + 1L);
+    });
+  }
+}
+
+// The in-plane boundary block: each flagged direction prescribed to its value
+// on Work and F.
+void Apply_In_Plane_Restraints(RunContext& run) {
+  if (run.counts.inPlaneBoundary <= 0) return;
+  DeckReader& deck = *run.deck;
+  Listing& l = *run.list;
   std::span<double> F(run.F.Data());
-  if (c.loads > 0) {
-    l.Line("[Loads]");
-    l.Begin().Text("Node Number").Text("X Dir.").Text("Y Dir.").End();
-    Integer loaded = 0;
-    while (loaded < c.loads) {
-      Checkpoint();
-      const RunRecord r = Read_Run(deck, RunRepair::Nodal);
-      const double fx = deck.Real(), fy = deck.Real();
-      l.Begin().Int(r.first).Real(fx).Real(fy).End();
-      if (fx == 0.0 && fy == 0.0) continue;
-      For_Run(r, [&](Integer p, Integer) {
-        const Integer u = Dof_Number(p, 1, 2), v = Dof_Number(p, 2, 2);
-        run.F[u] = Finite(run.F[u] + fx);
-        run.F[v] = Finite(run.F[v] + fy);
-        loaded = Int16(loaded + 1L);
-      });
-    }
+  l.Line("[Boundary Conditions: In-plane]");
+  l.Begin().Text("Node Number").Text("X Dir.").Text("Y Dir.").Text("X Value").Text("Y Value").End();
+  Integer records = 0;
+  while (records < run.counts.inPlaneBoundary) {
+    Checkpoint();
+    const RunRecord r = Read_Run(deck, RunRepair::Nodal);
+    const Integer flag[2] = {deck.Int(), deck.Int()};
+    const double value[2] = {deck.Real(), deck.Real()};
+    l.Begin().Int(r.first).Int(flag[0]).Int(flag[1]).Real(value[0]).Real(value[1]).End();
+    if (flag[0] == 0 && flag[1] == 0) continue;
+    For_Run(r, [&](Integer p, Integer) {
+      for (int d = 1; d <= 2; ++d)
+        if (flag[d - 1] != 0)
+          Band_Prescribe(run.Work, F, Dof_Number(p, d, 2), value[d - 1], run.bw, 2);
+    });
+    records = Int16(records + 1L);
   }
-  if (c.inPlaneBoundary > 0) {
-    l.Line("[Boundary Conditions: In-plane]");
-    l.Begin()
-        .Text("Node Number")
-        .Text("X Dir.")
-        .Text("Y Dir.")
-        .Text("X Value")
-        .Text("Y Value")
-        .End();
-    Integer records = 0;
-    while (records < c.inPlaneBoundary) {
-      Checkpoint();
-      const RunRecord r = Read_Run(deck, RunRepair::Nodal);
-      const Integer flag[2] = {deck.Int(), deck.Int()};
-      const double value[2] = {deck.Real(), deck.Real()};
-      l.Begin().Int(r.first).Int(flag[0]).Int(flag[1]).Real(value[0]).Real(value[1]).End();
-      if (flag[0] == 0 && flag[1] == 0) continue;
-      For_Run(r, [&](Integer p, Integer) {
-        for (int d = 1; d <= 2; ++d)
-          if (flag[d - 1] != 0)
-            Band_Prescribe(run.K, F, Dof_Number(p, d, 2), value[d - 1], run.bw, 2);
-      });
-      records = Int16(records + 1L);
-    }
-  }
-  if (c.inPlaneSprings > 0) {
-    l.Line("[Elastic Springs: In-Plane]");
-    l.Begin().Text("Node Number").Text("X Value").Text("Y Value").End();
-    Integer generated = 0;
-    while (generated < c.inPlaneSprings) {
-      Checkpoint();
-      const RunRecord r = Read_Run(deck, RunRepair::Nodal);
-      const double kx = deck.Real(), ky = deck.Real();
-      l.Begin().Int(r.first).Real(kx).Real(ky).End();
-      if (kx == 0.0 && ky == 0.0) continue;
-      For_Run(r, [&](Integer p, Integer) {
-        const Integer u = Dof_Number(p, 1, 2), v = Dof_Number(p, 2, 2);
-        double& ku = Spring_Diagonal(run.K, u);
-        double& kv = Spring_Diagonal(run.K, v);
-        ku = Finite(ku + kx);
-        kv = Finite(kv + ky);
-        generated = Int16(generated + 1L);
-      });
-    }
-  }
+}
 
-  assembly.Done(RunStep::StageOneAssembly, n, run.bw);
+// The in-plane spring block: added to the diagonal after the restraints, so a
+// spring on a prescribed freedom adds to its 1.
+void Add_In_Plane_Springs(RunContext& run) {
+  if (run.counts.inPlaneSprings <= 0) return;
+  DeckReader& deck = *run.deck;
+  Listing& l = *run.list;
+  l.Line("[Elastic Springs: In-Plane]");
+  l.Begin().Text("Node Number").Text("X Value").Text("Y Value").End();
+  Integer generated = 0;
+  while (generated < run.counts.inPlaneSprings) {
+    Checkpoint();
+    const RunRecord r = Read_Run(deck, RunRepair::Nodal);
+    const double kx = deck.Real(), ky = deck.Real();
+    l.Begin().Int(r.first).Real(kx).Real(ky).End();
+    if (kx == 0.0 && ky == 0.0) continue;
+    For_Run(r, [&](Integer p, Integer) {
+      const Integer u = Dof_Number(p, 1, 2), v = Dof_Number(p, 2, 2);
+      double& ku = Spring_Diagonal(run.Work, u);
+      double& kv = Spring_Diagonal(run.Work, v);
+      ku = Finite(ku + kx);
+      kv = Finite(kv + ky);
+      generated = Int16(generated + 1L);
+    });
+  }
+}
 
+// Factors Work and solves for the n in-plane freedoms; the displacements
+// replace the loads in F.
+void Solve_In_Plane(RunContext& run, Integer n) {
+  std::span<double> F(run.F.Data());
   Report_Progress("Solving...");
   Checkpoint();
-  if (analysisHooks().StageOneMatrix) analysisHooks().StageOneMatrix(run.K, n, run.bw);
+  if (analysisHooks().StageOneMatrix) analysisHooks().StageOneMatrix(run.Work, n, run.bw);
   StepTimer factor;
-  Band_Factor(run.K, n, run.bw);
+  Band_Factor(run.Work, n, run.bw);
   factor.Done(RunStep::StageOneFactor, n, run.bw);
   StepTimer solve;
-  Band_Solve(run.K, F, F, n, run.bw);
+  Band_Solve(run.Work, F, F, n, run.bw);
   solve.Done(RunStep::StageOneSolve, n, run.bw);
   Checkpoint();
+}
 
-  // Results into the model, by the backward numbering.
+// The displacements into the model, by the backward numbering, and into the
+// listing.
+void Store_In_Plane_Displacements(RunContext& run) {
+  Listing& l = *run.list;
   Nodes& nodes = run.mesh->Nodes();
   if (run.Detail()) {
     l.Line("[Displacement: In-Plane]");
     l.Begin().Text("Node Number").Text("X Disp.").Text("Y Disp.").End();
   }
-  for (Integer p = 1; p <= c.points; ++p) {
+  for (Integer p = 1; p <= run.counts.points; ++p) {
     const double u = run.F[2 * p - 1], v = run.F[2 * p];
     Nodeb& node = *nodes.Item(nodes.Item(p)->UvID);
     node.InPDispX = CSng(u);
     node.InPDispY = CSng(v);
     if (run.Detail()) l.Begin().Int(p).Formatted(u, "0.00E+00").Formatted(v, "0.00E+00").End();
   }
+}
+
+// Stage one: the plane-stress solution under the applied loads, two freedoms
+// a point, in Work and F (both zero since Size_Arrays).
+void Stage_One(RunContext& run) {
+  const Integer n = Int16(2L * run.counts.points);
+  run.bw = 0;
+  StepTimer assembly;
+  Report_Progress("Creating Stiffness Matrix...");
+  Checkpoint();
+  Assemble_Membrane_Stiffness(run);
+  Report_Progress("Applying Boundary Conditions...");
+  Apply_Loads(run);
+  Apply_In_Plane_Restraints(run);
+  Add_In_Plane_Springs(run);
+  assembly.Done(RunStep::StageOneAssembly, n, run.bw);
+  Solve_In_Plane(run, n);
+  Store_In_Plane_Displacements(run);
 }
 
 void Close_Files(RunContext& run, bool quietly) {

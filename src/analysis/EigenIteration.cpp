@@ -1,6 +1,8 @@
 #include "analysis/EigenIteration.h"
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "analysis/CheckedArithmetic.h"
 #include "analysis/EigenCalculation.h"
@@ -23,13 +25,25 @@ void Mode_Table(Listing& l, std::span<const double> v, int points, const char* w
         .End();
 }
 
-// K[i, j] += sigma * Kg[i, j] over the equations and the band in use.
-void Shift(BandMatrix& K, const BandMatrix& Kg, double sigma, int n, int bw) {
+// work = K + sigma Kg over the equations and the band in use, which is all
+// that the factoring and the solves read of work: nothing else of it needs
+// clearing. With sigma 0, K itself.
+void Shifted(BandMatrix& work, const BandMatrix& K, const BandMatrix& Kg, double sigma, int n,
+             int bw) {
   for (int i = 1; i <= n; ++i) {
-    double* k = K.Row(i);
+    const double* k = K.Row(i);
     const double* g = Kg.Row(i);
-    for (int j = 0; j < bw; ++j)
-      k[j] = Finite(k[j] + sigma * g[j]);
+    double* w = work.Row(i);
+    if (sigma == 0.0) {
+      std::copy_n(k, bw, w);
+      continue;
+    }
+    bool finite = true;
+    for (int j = 0; j < bw; ++j) {
+      w[j] = k[j] + sigma * g[j];
+      finite &= std::fabs(w[j]) <= std::numeric_limits<double>::max();
+    }
+    if (!finite) Raise(errOverflow);
   }
 }
 
@@ -55,14 +69,11 @@ double Normalise_Vector(std::span<double> v, int n) {
   return largest;
 }
 
-bool Eigen_Iterate(BandMatrix& K, const BandMatrix& Kg, std::span<double> x, std::span<double> y,
-                   int bw, int points, const IterationOptions& options, Listing& list,
-                   double& lambda) {
-  const int n = Int16(3L * points);
-  if (x.size() < static_cast<std::size_t>(n) || y.size() < static_cast<std::size_t>(n))
-    Raise(errSubscript);
-  BandMatrix SavedK(K.Rows(), K.Columns());
+namespace {
 
+// The first vector into x, and the listing of it and of the options.
+void Start_Iteration(Listing& list, std::span<double> x, int points,
+                     const IterationOptions& options) {
   list.Line("[Input Mode Shape]");
   Initial_Mode(x, points, options.OptionInitialB);
   Mode_Table(list, x, points, "0.00E+00");
@@ -80,45 +91,67 @@ bool Eigen_Iterate(BandMatrix& K, const BandMatrix& Kg, std::span<double> x, std
       .Formatted(options.ShiftFactor, "0.00E+00")
       .Formatted(options.EigenValueEstimation, "0.00E+00")
       .End();
+}
+
+enum class ShiftEnd { Converged, CyclesUsedUp, Cancelled };
+
+// The cycles of one shift on the factored matrix: y = -Kg x, solved and
+// normalised, until the iterate stops changing or the cycles are used up. mu
+// and lambda hold the last cycle's values; x carries over to the next shift.
+ShiftEnd Shift_Cycles(const BandMatrix& Kg, const BandMatrix& factored, std::span<double> x,
+                      std::span<double> y, int n, int bw, int shift, int maxCycle, double sigma,
+                      double& mu, double& lambda) {
+  for (int cycle = 1; cycle <= maxCycle; ++cycle) {
+    Band_Multiply(Kg, x, y, n, bw);
+    Band_Solve(factored, y, y, n, bw);
+    mu = Normalise_Vector(y, n);
+    lambda = Finite(Div(1.0, mu) + sigma);
+    double change = 0.0;
+    for (int i = 0; i < n; ++i)
+      change = std::fmax(change, std::fabs(Finite(x[i] - y[i])));
+    if (analysisHooks().Cycle) analysisHooks().Cycle(shift, cycle, sigma, lambda, change);
+    if (change < kConverged) return ShiftEnd::Converged;
+    for (int i = 0; i < n; ++i)
+      x[i] = y[i];
+    host().Yield();
+    if (AnalysisCancel == -1) return ShiftEnd::Cancelled;
+  }
+  return ShiftEnd::CyclesUsedUp;
+}
+
+} // namespace
+
+bool Eigen_Iterate(const BandMatrix& K, const BandMatrix& Kg, BandMatrix& work, std::span<double> x,
+                   std::span<double> y, int bw, int points, const IterationOptions& options,
+                   Listing& list, double& lambda) {
+  const int n = Int16(3L * points);
+  const auto fits = [&](const BandMatrix& M) {
+    return n <= M.Rows() && bw >= 0 && bw <= M.Columns();
+  };
+  if (x.size() < static_cast<std::size_t>(n) || y.size() < static_cast<std::size_t>(n) ||
+      !fits(K) || !fits(Kg) || !fits(work))
+    Raise(errSubscript);
+  Start_Iteration(list, x, points, options);
 
   // The single-precision options enter the arithmetic as they are: the
   // default factor is 0.800000011920929.
   double sigma = options.EigenValueEstimation;
   const double factor = options.ShiftFactor;
-  SavedK.CopyFrom(K, n, bw);
-
-  bool found = false;
   double mu = 0.0;
-  for (int shift = 1; shift <= options.MaxShift && !found; ++shift) {
-    if (sigma != 0.0) Shift(K, Kg, sigma, n, bw);
+  for (int shift = 1; shift <= options.MaxShift; ++shift) {
+    Shifted(work, K, Kg, sigma, n, bw);
     StepTimer factoring;
-    Band_Factor(K, n, bw);
+    Band_Factor(work, n, bw);
     factoring.Done(RunStep::ShiftFactor, n, bw);
     StepTimer cycles;
-    for (int cycle = 1; cycle <= options.MaxCycle; ++cycle) {
-      Band_Multiply(Kg, x, y, n, bw);
-      Band_Solve(K, y, y, n, bw);
-      mu = Normalise_Vector(y, n);
-      lambda = Finite(Div(1.0, mu) + sigma);
-      double change = 0.0;
-      for (int i = 0; i < n; ++i)
-        change = std::fmax(change, std::fabs(Finite(x[i] - y[i])));
-      if (analysisHooks().Cycle) analysisHooks().Cycle(shift, cycle, sigma, lambda, change);
-      if (change < kConverged) {
-        found = true;
-        break;
-      }
-      for (int i = 0; i < n; ++i)
-        x[i] = y[i];
-      host().Yield();
-      if (AnalysisCancel == -1) return false;
-    }
+    const ShiftEnd end =
+        Shift_Cycles(Kg, work, x, y, n, bw, shift, options.MaxCycle, sigma, mu, lambda);
+    if (end == ShiftEnd::Cancelled) return false;
     cycles.Done(RunStep::ShiftCycles, n, bw);
-    if (found) break;
+    if (end == ShiftEnd::Converged) break;
     // The cycles of this shift are used up (with none at all, 1 / mu is the
     // division by zero of an empty shift).
     sigma = Finite((Div(1.0, mu) + sigma) * factor);
-    K.CopyFrom(SavedK, n, bw);
   }
   // Without a single shift there is no mode to report.
   if (options.MaxShift < 1) Raise(errInvalidCall, "no shift allowed");
@@ -129,9 +162,9 @@ bool Eigen_Iterate(BandMatrix& K, const BandMatrix& Kg, std::span<double> x, std
   return true;
 }
 
-bool Buckling_Iteration(BandMatrix& K, const BandMatrix& Kg, std::span<double> x,
-                        std::span<double> y, int bw, int points, Listing& list, Analysis& analysis,
-                        const Nodes& nodes, double& lambda) {
+bool Buckling_Iteration(const BandMatrix& K, const BandMatrix& Kg, BandMatrix& work,
+                        std::span<double> x, std::span<double> y, int bw, int points, Listing& list,
+                        Analysis& analysis, const Nodes& nodes, double& lambda) {
   const Analysis& a = analysis;
   IterationOptions options;
   options.EigenValueEstimation = a.EigenValueEstimation;
@@ -140,7 +173,7 @@ bool Buckling_Iteration(BandMatrix& K, const BandMatrix& Kg, std::span<double> x
   options.ShiftFactor = a.ShiftFactor;
   options.OptionInitialB = a.OptionInitialB;
   double result = 0.0;
-  if (!Eigen_Iterate(K, Kg, x, y, bw, points, options, list, result)) return false;
+  if (!Eigen_Iterate(K, Kg, work, x, y, bw, points, options, list, result)) return false;
 
   // Check every value before anything is stored, so that a result beyond a
   // Single leaves the model as it was.

@@ -28,20 +28,22 @@ struct IterationOptions {
   int OptionInitialB = 0;
 };
 
-// Runs the iteration on K (destroyed: it is shifted and factored) and Kg. x is
+// Runs the iteration on K and Kg, which it leaves as they are. Each shift
+// writes K + sigma Kg into `work` (rows 1..n, band columns 1..bw; n = 3 *
+// points) and factors it there; whatever else work holds is never read. x is
 // the iterate, y the work vector that ends as the normalised mode; both hold
-// at least 3 * points entries. Writes its listing sections. Returns false when
-// Cancel was found between cycles: then nothing is listed or stored and
-// lambda is untouched. On return true, lambda is the eigenvalue and y the mode,
-// also when the last shift ended without converging.
-bool Eigen_Iterate(BandMatrix& K, const BandMatrix& Kg, std::span<double> x, std::span<double> y,
-                   int bw, int points, const IterationOptions& options, Listing& list,
-                   double& lambda);
+// at least n entries. Writes its listing sections. Returns false when Cancel
+// was found between cycles: then nothing is listed or stored and lambda is
+// untouched. On return true, lambda is the eigenvalue and y the mode, also
+// when the last shift ended without converging.
+bool Eigen_Iterate(const BandMatrix& K, const BandMatrix& Kg, BandMatrix& work, std::span<double> x,
+                   std::span<double> y, int bw, int points, const IterationOptions& options,
+                   Listing& list, double& lambda);
 
 // Eigen_Iterate with the options of `analysis`, then the result: the message
 // box, its EigenValue, the status bar panel and zcoord of every analysis node.
-bool Buckling_Iteration(BandMatrix& K, const BandMatrix& Kg, std::span<double> x,
-                        std::span<double> y, int bw, int points, Listing& list, Analysis& analysis,
-                        const Nodes& nodes, double& lambda);
+bool Buckling_Iteration(const BandMatrix& K, const BandMatrix& Kg, BandMatrix& work,
+                        std::span<double> x, std::span<double> y, int bw, int points, Listing& list,
+                        Analysis& analysis, const Nodes& nodes, double& lambda);
 
 } // namespace velk

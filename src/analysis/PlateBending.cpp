@@ -11,44 +11,46 @@ constexpr int Next(int i) {
   return i % 3 + 1;
 }
 
-} // namespace
+// The sides of a triangle, indexes 1..3: side i is opposite vertex i, a(i) and
+// b(i) are its projections, l(i) its length; lam, mu, g, p, q are the ratios
+// the curvature formulas take from it. C is twice the area.
+struct Sides {
+  double a[4], b[4], C;
+  double l[4], lam[4], mu[4], g[4], p[4], q[4];
+};
 
-void Triangle_Bending(double E, double nu, double h1, double h2, double h3, double x1, double x2,
-                      double x3, double y1, double y2, double y3, TriangleMatrix& T, int keep) {
-  T.Clear();
-
-  // Side i is opposite vertex i; a(i), b(i) are its projections.
+// Projections and area. Zero area is a division by zero.
+Sides Side_Projections(double x1, double x2, double x3, double y1, double y2, double y3) {
+  Sides s{};
   const double a[4] = {0.0, x3 - x2, x1 - x3, x2 - x1};
   const double b[4] = {0.0, y2 - y3, y3 - y1, y1 - y2};
-  const double h[4] = {0.0, h1, h2, h3};
-  const double C = Divisor(Finite(a[3] * b[2] - a[2] * b[3]));
-
-  const double hm = (h1 + h2 + h3) / 3.0;
-  // The 1/12 of the bending rigidity and the weights of the seven-point rule
-  // are folded into 15120.
-  const double scale = Finite(hm * hm * hm * C / 15120.0);
-
-  double l[4], lam[4], mu[4], g[4], p[4], q[4];
-  for (int i = 1; i <= 3; ++i) {
-    const int j = Next(i);
-    l[i] = Divisor(Sqrt(a[i] * a[i] + b[i] * b[i]));
-    lam[i] = Div(-(a[i] * a[j] + b[i] * b[j]), l[i] * l[i]);
-    mu[i] = 1.0 - lam[i];
-    g[i] = Div(4.0 * C, l[i]);
-    p[i] = Div(-0.5 * b[i], l[i]);
-    q[i] = Div(0.5 * a[i], l[i]);
+  for (int i = 0; i < 4; ++i) {
+    s.a[i] = a[i];
+    s.b[i] = b[i];
   }
+  s.C = Divisor(Finite(a[3] * b[2] - a[2] * b[3]));
+  return s;
+}
 
-  const double D11 = Div(E, 1.0 - nu * nu);
-  const double D12 = nu * D11;
-  const double D33 = (1.0 - nu) * D11 / 2.0;
-  const double D[3][3] = {{D11, D12, 0.0}, {D12, D11, 0.0}, {0.0, 0.0, D33}};
-
-  // Curvature transformation: rows curvature x, curvature y, twist.
-  double M[4][7] = {};
+// Lengths and ratios. A side of zero length is a division by zero.
+void Side_Ratios(Sides& s) {
+  const double *a = s.a, *b = s.b;
   for (int i = 1; i <= 3; ++i) {
     const int j = Next(i);
-    const double ai = a[i] / C, bi = b[i] / C, aj = a[j] / C, bj = b[j] / C;
+    s.l[i] = Divisor(Sqrt(a[i] * a[i] + b[i] * b[i]));
+    s.lam[i] = Div(-(a[i] * a[j] + b[i] * b[j]), s.l[i] * s.l[i]);
+    s.mu[i] = 1.0 - s.lam[i];
+    s.g[i] = Div(4.0 * s.C, s.l[i]);
+    s.p[i] = Div(-0.5 * b[i], s.l[i]);
+    s.q[i] = Div(0.5 * a[i], s.l[i]);
+  }
+}
+
+// Curvature transformation: rows curvature x, curvature y, twist.
+void Curvature_Transformation(const Sides& s, double (&M)[4][7]) {
+  for (int i = 1; i <= 3; ++i) {
+    const int j = Next(i);
+    const double ai = s.a[i] / s.C, bi = s.b[i] / s.C, aj = s.a[j] / s.C, bj = s.b[j] / s.C;
     M[1][i] = bi * bi;
     M[1][i + 3] = 2.0 * bi * bj;
     M[2][i] = ai * ai;
@@ -56,10 +58,11 @@ void Triangle_Bending(double E, double nu, double h1, double h2, double h3, doub
     M[3][i] = 2.0 * ai * bi;
     M[3][i + 3] = 2.0 * (ai * bj + aj * bi);
   }
+}
 
-  // Thickness weights of each sub-triangle (diagonal 35, off-diagonal 17.5 at
-  // constant thickness).
-  double H[4][3][3];
+// Thickness weights of each sub-triangle (diagonal 35, off-diagonal 17.5 at
+// constant thickness).
+void Thickness_Weights(const double (&h)[4], double hm, double (&H)[4][3][3]) {
   for (int i = 1; i <= 3; ++i) {
     const double r = Div(h[i], hm);
     const double s = Div(h[Next(i)], hm);
@@ -78,10 +81,12 @@ void Triangle_Bending(double E, double nu, double h1, double h2, double h3, doub
       for (int n = 0; n < 3; ++n)
         H[i][m][n] = Hi[m][n];
   }
+}
 
-  // Curvatures at seven points in terms of the 12 freedoms: rows 6(i-1)+r and
-  // 6(i-1)+3+r for the two outer points of sub-triangle i, 18+r for the centre.
-  double Q[22][13] = {};
+// Curvatures at seven points in terms of the 12 freedoms: rows 6(i-1)+r and
+// 6(i-1)+3+r for the two outer points of sub-triangle i, 18+r for the centre.
+void Curvature_Points(const Sides& s, const double (&M)[4][7], double (&Q)[22][13]) {
+  const double *a = s.a, *b = s.b, *lam = s.lam, *mu = s.mu, *g = s.g;
   for (int i = 1; i <= 3; ++i) {
     const int j = Next(i);
     const int k = Next(j);
@@ -135,23 +140,26 @@ void Triangle_Bending(double E, double nu, double h1, double h2, double h3, doub
       S[9 + k] = g[k] * Ni / 3;
     }
   }
+}
 
-  // Tie the normal slope at the middle of an outer side to the mean of the
-  // rotations at its ends, so that the slope varies linearly along the side and
-  // matches a neighbour of any kind.
-  auto tieSide = [&](int slopeColumn, int vertexA, int vertexB, double qs, double ps) {
-    for (int row = 1; row <= 21; ++row) {
-      const double v = Q[row][slopeColumn];
-      Q[row][3 * vertexA - 1] += qs * v;
-      Q[row][3 * vertexB - 1] += qs * v;
-      Q[row][3 * vertexA] += ps * v;
-      Q[row][3 * vertexB] += ps * v;
-    }
-  };
-  tieSide(12, 1, 2, q[3], p[3]);
-  if (keep < 11) tieSide(11, 3, 1, q[2], p[2]);
-  if (keep < 10) tieSide(10, 2, 3, q[1], p[1]);
+// Ties the normal slope at the middle of an outer side to the mean of the
+// rotations at its ends, so that the slope varies linearly along the side and
+// matches a neighbour of any kind.
+void Tie_Side(double (&Q)[22][13], int slopeColumn, int vertexA, int vertexB, double qs,
+              double ps) {
+  for (int row = 1; row <= 21; ++row) {
+    const double v = Q[row][slopeColumn];
+    Q[row][3 * vertexA - 1] += qs * v;
+    Q[row][3 * vertexB - 1] += qs * v;
+    Q[row][3 * vertexA] += ps * v;
+    Q[row][3 * vertexB] += ps * v;
+  }
+}
 
+// T = scale Q' (H D) Q over the first keep columns: the thickness-weighted
+// curvatures of each column through the rigidity D, against every column.
+void Stiffness_Product(const double (&Q)[22][13], const double (&H)[4][3][3],
+                       const double (&D)[3][3], double scale, int keep, TriangleMatrix& T) {
   for (int c = 1; c <= keep; ++c) {
     // W = H Q(:,c): the thickness-weighted curvatures of this column.
     double W[22] = {};
@@ -182,6 +190,37 @@ void Triangle_Bending(double E, double nu, double h1, double h2, double h3, doub
       T(c, lcol) = value;
     }
   }
+}
+
+} // namespace
+
+void Triangle_Bending(double E, double nu, double h1, double h2, double h3, double x1, double x2,
+                      double x3, double y1, double y2, double y3, TriangleMatrix& T, int keep) {
+  T.Clear();
+  Sides s = Side_Projections(x1, x2, x3, y1, y2, y3);
+  const double h[4] = {0.0, h1, h2, h3};
+  const double hm = (h1 + h2 + h3) / 3.0;
+  // The 1/12 of the bending rigidity and the weights of the seven-point rule
+  // are folded into 15120.
+  const double scale = Finite(hm * hm * hm * s.C / 15120.0);
+  Side_Ratios(s);
+
+  const double D11 = Div(E, 1.0 - nu * nu);
+  const double D12 = nu * D11;
+  const double D33 = (1.0 - nu) * D11 / 2.0;
+  const double D[3][3] = {{D11, D12, 0.0}, {D12, D11, 0.0}, {0.0, 0.0, D33}};
+
+  double M[4][7] = {};
+  Curvature_Transformation(s, M);
+  double H[4][3][3];
+  Thickness_Weights(h, hm, H);
+  double Q[22][13] = {};
+  Curvature_Points(s, M, Q);
+
+  Tie_Side(Q, 12, 1, 2, s.q[3], s.p[3]);
+  if (keep < 11) Tie_Side(Q, 11, 3, 1, s.q[2], s.p[2]);
+  if (keep < 10) Tie_Side(Q, 10, 2, 3, s.q[1], s.p[1]);
+  Stiffness_Product(Q, H, D, scale, keep, T);
 }
 
 void Plate_Bending(double E, double nu, double thick, const Corners4& cornerX,

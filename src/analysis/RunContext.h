@@ -1,7 +1,7 @@
 #pragma once
 // What one run of the analysis holds from its start to its end: the open deck
 // and listing, the options copied at the start, the arrays sized from the
-// model, and the two band matrices shared by both stages. Internal to the
+// model, and the band matrices of the two stages. Internal to the
 // analysis; the public face is EigenCalculation.h.
 #include <cstdint>
 #include <memory>
@@ -39,7 +39,14 @@ struct RunContext {
   Array1<Corners4> plateX, plateY; // corner coordinates of each plate
   Array1<Ends2> stiffX, stiffY;    // end coordinates of each stiffener
   Array1<double> F, Iterate;
+  // Stage two's stiffness and geometric stiffness. Zero from their allocation,
+  // and first written by stage two's assembly, so they are never cleared.
   BandMatrix K, Kg;
+  // The matrix that is factored: stage one's stiffness, assembled, restrained
+  // and factored in place; then for each shift of the iteration K + sigma Kg,
+  // written anew over the equations and the band in use and factored. K stays
+  // as assembled, so no copy of it is kept to come back to between shifts.
+  BandMatrix Work;
   ElementMatrix Ke, KgE;
   int bw = 0;
 
