@@ -143,12 +143,39 @@ void GLView::PaintNow() {
   repaint();
 }
 
+namespace {
+
+int ButtonOf(Qt::MouseButtons b) {
+  return (b & Qt::LeftButton ? 1 : 0) | (b & Qt::RightButton ? 2 : 0) |
+         (b & Qt::MiddleButton ? 4 : 0);
+}
+
+int ShiftOf(Qt::KeyboardModifiers m) {
+  return (m & Qt::ShiftModifier ? 1 : 0) | (m & Qt::ControlModifier ? 2 : 0) |
+         (m & Qt::AltModifier ? 4 : 0);
+}
+
+} // namespace
+
 void GLView::mousePressEvent(QMouseEvent* e) {
-  if (e->button() == Qt::RightButton) emit rightPressed(e->globalPosition().toPoint());
+  const QPointF p = e->position();
+  emit mouseDown(ButtonOf(e->button()), ShiftOf(e->modifiers()), p.x(), p.y());
 }
 
 void GLView::mouseMoveEvent(QMouseEvent* e) {
-  emit mouseMovedOver(e->position().toPoint());
+  const QPointF p = e->position();
+  emit mouseMoved(ButtonOf(e->buttons()), ShiftOf(e->modifiers()), p.x(), p.y());
+}
+
+void GLView::mouseReleaseEvent(QMouseEvent* e) {
+  const QPointF p = e->position();
+  emit mouseUp(ButtonOf(e->button()), ShiftOf(e->modifiers()), p.x(), p.y());
+}
+
+// Not a second press: the gesture of a double click is press, release, double
+// click, release.
+void GLView::mouseDoubleClickEvent(QMouseEvent* e) {
+  if (e->button() == Qt::LeftButton) emit doubleClicked();
 }
 
 } // namespace velk

@@ -21,8 +21,13 @@ public:
   void PaintNow();
 
 signals:
-  void rightPressed(const QPoint& pos);
-  void mouseMovedOver(const QPoint& pos);
+  // The mouse as the main window's handlers take it: Button 1 left, 2 right
+  // (on a move, the buttons held); Shift 1 shift, 2 control, 4 alt; client
+  // pixels, y down. A double click comes in place of its second press.
+  void mouseDown(int button, int shift, double x, double y);
+  void mouseMoved(int button, int shift, double x, double y);
+  void mouseUp(int button, int shift, double x, double y);
+  void doubleClicked();
 
 protected:
   void initializeGL() override;
@@ -30,6 +35,8 @@ protected:
   void paintGL() override;
   void mousePressEvent(QMouseEvent* e) override;
   void mouseMoveEvent(QMouseEvent* e) override;
+  void mouseReleaseEvent(QMouseEvent* e) override;
+  void mouseDoubleClickEvent(QMouseEvent* e) override;
 
 private:
   void BuildFontLists();

@@ -4,6 +4,7 @@
 #include "common/Host.h"
 #include "common/TextRules.h"
 #include "editing/Selection.h"
+#include "mesh/GeometryEdit.h"
 #include "session/ProjectFile.h"
 #include "session/VELKMain.h"
 #include "shell/BeamShapeDialog.h"
@@ -79,8 +80,10 @@ frmMenu::frmMenu(QWidget* parent) : QMainWindow(parent) {
   BuildMenus();
   BuildToolBar();
   BuildStatusBar();
-  connect(view_, &GLView::rightPressed, this, [this](const QPoint& p) { popup_->popup(p); });
-  connect(view_, &GLView::mouseMovedOver, this, [this](const QPoint& p) { ShowCoordinates(p); });
+  connect(view_, &GLView::mouseDown, this, &frmMenu::Form_MouseDown);
+  connect(view_, &GLView::mouseMoved, this, &frmMenu::Form_MouseMove);
+  connect(view_, &GLView::mouseUp, this, &frmMenu::Form_MouseUp);
+  connect(view_, &GLView::doubleClicked, this, &frmMenu::Form_DblClick);
   qApp->installEventFilter(this);
 
   hooks().Paint = [this] { Paint(); };
@@ -168,14 +171,14 @@ void frmMenu::BuildFileAndBeamMenus() {
   QMenu* beam = top("mnuBeam", "Beam", 20040);
   AddMenu(beam, "mnuBeam_Beam", "Geometry", [this] { mnuBeam_Beam_Click(); });
   QMenu* edit = sub(beam, "mnuEditGeometry", "Edit Geometry");
-  AddMenu(edit, "mnuMoveNodeX", "Move Nodes in X Dir. by");
-  AddMenu(edit, "mnuMoveNodeY", "Move Nodes in Y Dir. by");
+  AddMenu(edit, "mnuMoveNodeX", "Move Nodes in X Dir. by", [this] { mnuMoveNodeX_Click(); });
+  AddMenu(edit, "mnuMoveNodeY", "Move Nodes in Y Dir. by", [this] { mnuMoveNodeY_Click(); });
   AddMenu(edit, "mnuBeam_Space_1", "-");
-  AddMenu(edit, "mnuRotateNodeX", "Taper in X");
-  AddMenu(edit, "mnuRotateNodeY", "Taper in Y");
+  AddMenu(edit, "mnuRotateNodeX", "Taper in X", [this] { mnuRotateNodeX_Click(); });
+  AddMenu(edit, "mnuRotateNodeY", "Taper in Y", [this] { mnuRotateNodeY_Click(); });
   AddMenu(edit, "mnuBeam_Sapce_2", "-");
-  AddMenu(edit, "mnuPropX", "Proportional Move in X");
-  AddMenu(edit, "mnuPropY", "Proportional Move in Y");
+  AddMenu(edit, "mnuPropX", "Proportional Move in X", [this] { mnuPropX_Click(); });
+  AddMenu(edit, "mnuPropY", "Proportional Move in Y", [this] { mnuPropY_Click(); });
   edit->menuAction()->setVisible(false);
   edit->menuAction()->setEnabled(false);
 }
@@ -480,6 +483,26 @@ void frmMenu::mnuBeam_Beam_Click() {
   });
 }
 
+// The geometry commands only call the operation, which has its own trap.
+void frmMenu::mnuMoveNodeX_Click() {
+  Edit_Mesh_Move_NodeX(gMesh(), gSelection(), gView());
+}
+void frmMenu::mnuMoveNodeY_Click() {
+  Edit_Mesh_Move_NodeY(gMesh(), gSelection(), gView());
+}
+void frmMenu::mnuRotateNodeX_Click() {
+  Edit_Mesh_Rotate_NodeX(gMesh(), gSelection(), gView());
+}
+void frmMenu::mnuRotateNodeY_Click() {
+  Edit_Mesh_Rotate_NodeY(gMesh(), gSelection(), gView());
+}
+void frmMenu::mnuPropX_Click() {
+  Edit_Mesh_PMove_NodeX(gMesh(), gSelection(), gView());
+}
+void frmMenu::mnuPropY_Click() {
+  Edit_Mesh_PMove_NodeY(gMesh(), gSelection(), gView());
+}
+
 void frmMenu::mnuRun_Run_Click() {
   EigenDialog dlg(this);
   dlg.exec();
@@ -503,9 +526,18 @@ void frmMenu::EditMode(Long propertyMode, const char* trap) {
 }
 
 void frmMenu::mnuProperty_SetProperty_Click() {}
-void frmMenu::mnuProperty_CopyProperty_Click() {}
-void frmMenu::mnuProperty_PasteProperty_Click() {}
-void frmMenu::mnuProperty_DeleteProperty_Click() {}
+// The clipboard commands leave the picture to the next frame.
+void frmMenu::mnuProperty_CopyProperty_Click() {
+  Trap("Error..[Property Copy]", [] { gSelection().Copy(); });
+}
+void frmMenu::mnuProperty_PasteProperty_Click() {
+  Trap("Error..[Property Paste]",
+       [] { gSelection().Paste(gMesh(), gView().PropertyMode); });
+}
+void frmMenu::mnuProperty_DeleteProperty_Click() {
+  Trap("Error..[Property Delete]",
+       [] { gSelection().Delete(gMesh(), gView().PropertyMode); });
+}
 void frmMenu::mnuProperty_ShowProperty_Click() {}
 
 void frmMenu::Tool(Long viewMode, const char* panelText, const char* trap) {

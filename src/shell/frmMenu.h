@@ -12,6 +12,7 @@
 class QAction;
 class QLabel;
 class QMenu;
+class QRubberBand;
 class QToolBar;
 
 namespace velk {
@@ -31,6 +32,26 @@ public:
   void Paint();
   void ShowCoordinatesAt(const QPoint& p) { ShowCoordinates(p); }
 
+  // The mouse on the view (frmMenuMouse.cpp). Button 1 left, 2 right; Shift 1
+  // is the shift key alone; client pixels, y down.
+  void Form_MouseDown(int Button, int Shift, Single X, Single Y);
+  void Form_MouseMove(int Button, int Shift, Single X, Single Y);
+  void Form_MouseUp(int Button, int Shift, Single X, Single Y);
+  void Form_DblClick();
+  // Mouse tool 6 at the release: the box as a bitmap file.
+  void BitmapBox(double downX, double downY, double upX, double upY);
+  // The coordinate dialog on the selected node.
+  void ShowCoordDialog();
+  // The gesture between a press and its release.
+  struct Gesture {
+    long ButtonUp = 1;    // 0 between press and release
+    long BoxDragging = 0; // 1 once a box drag has moved
+    Single DownX = 0, DownY = 0, MoveX = 0, MoveY = 0, UpX = 0, UpY = 0;
+    bool FocusShown = false; // the rubber band is on the screen
+  };
+  const Gesture& MouseGesture() const { return gesture_; }
+  const QRubberBand* RubberBand() const { return rubber_; }
+
   // For tests and the help: the parts by name.
   QAction* Menu(const QString& name) const { return menus_.value(name); }
   QAction* ToolButton(const QString& key) const { return tools_.value(key); }
@@ -49,6 +70,12 @@ public:
   void mnuCreate_BMP_Click();
   void mnuFile_Exit_Click();
   void mnuBeam_Beam_Click();
+  void mnuMoveNodeX_Click();
+  void mnuMoveNodeY_Click();
+  void mnuRotateNodeX_Click();
+  void mnuRotateNodeY_Click();
+  void mnuPropX_Click();
+  void mnuPropY_Click();
   void mnuRun_Run_Click();
   void mnuRunOption_Click();
   void mnuElements_Plate_Click() { EditMode(PropertyModes::Plate, "Error..[Plate]"); }
@@ -113,6 +140,9 @@ private:
   void Tool(Long viewMode, const char* panelText, const char* trap);
   void ShowHelp(int context);
   void ShowCoordinates(const QPoint& p);
+  // The model point under a window point of the last frame, if any.
+  bool ReadModelPoint(Single X, Single Y, double& ox, double& oy, double& oz);
+  void ShowFocusRect();
   void UpdateMinimumSize();
   static constexpr int kMinimumViewHeight = 150;
 
@@ -125,6 +155,8 @@ private:
   QMap<QString, std::function<void()>> toolHandlers_; // by the key of the button
   QMap<QString, QLabel*> panels_;
   bool unloaded_ = false;
+  Gesture gesture_;
+  QRubberBand* rubber_ = nullptr;
 };
 
 } // namespace velk

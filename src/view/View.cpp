@@ -308,6 +308,29 @@ void View::Center(Single pxcoord, Single pycoord) {
   ViewY = SLimitCY - pycoord;
 }
 
+void View::Translate_Drag(Single DownX, Single DownY, Single UpX, Single UpY) {
+  constexpr double pi = 3.14159; // the drag's own value, not the full one
+  ViewX = ViewX + (SLimitX1 - SLimitX0) * ((UpX - DownX) / ScaleWidth) / std::cos(ViewRX * pi / 180);
+  ViewY = ViewY - (SLimitY1 - SLimitY0) * ((UpY - DownY) / ScaleHeight) / std::cos(ViewRY * pi / 180);
+}
+
+void View::Rotate_Drag(Single DownX, Single DownY, Single UpX, Single UpY) {
+  ViewRX = ViewRX + (90 / ScaleWidth) * (UpX - DownX);
+  ViewRY = ViewRY - (90 / ScaleHeight) * (UpY - DownY);
+  // 360 itself stays; only beyond it wraps.
+  if (ViewRX > 360) ViewRX -= 360;
+  if (ViewRY > 360) ViewRY -= 360;
+  if (ViewRX < 0) ViewRX += 360;
+  if (ViewRY < 0) ViewRY += 360;
+}
+
+void View::Zoom_Drag(Single DownX, Single UpX) {
+  // Below 5% the zoom can only grow; one long drag to the left can still take
+  // it from above 5% to below, even through zero.
+  if (ViewZoom >= 0.05 || UpX - DownX >= 0)
+    ViewZoom = static_cast<Single>(ViewZoom + (UpX - DownX) / ScaleWidth);
+}
+
 void View::ZoomInOutCenter(Single pxcoord, Single pycoord, Integer InOut) {
   if (InOut == 0) {
     Center(pxcoord, pycoord);

@@ -136,6 +136,12 @@ public:
   void LeftView();
   void TopView();
   void Center(Single pxcoord, Single pycoord);
+  // The drag tools, from the press to the release in client pixels: a drag
+  // across the whole window pans by the orthographic width (tilt corrected),
+  // turns by 90 degrees, or adds 100% to the zoom.
+  void Translate_Drag(Single DownX, Single DownY, Single UpX, Single UpY);
+  void Rotate_Drag(Single DownX, Single DownY, Single UpX, Single UpY);
+  void Zoom_Drag(Single DownX, Single UpX);
   void ZoomInOutCenter(Single pxcoord, Single pycoord, Integer InOut);
   void SetUpClipEq(double hfrom, double hto, double vfrom, double vto);
   void Initialization(const Nodes& nodes);

@@ -10,6 +10,15 @@ int FakeHost::MsgBox(const std::string& text, int buttons, const std::string& ti
   return a;
 }
 
+std::optional<std::string> FakeHost::InputBox(const std::string& prompt, const std::string&,
+                                              const std::string& defaultText) {
+  prompts.push_back(prompt);
+  if (inputAnswers.empty()) return defaultText;
+  auto a = inputAnswers.front();
+  inputAnswers.pop_front();
+  return a;
+}
+
 bool FakeHost::Answer(std::deque<std::optional<std::string>>& q, FileDialog& d) {
   dialogsShown.push_back(d);
   if (q.empty()) return false;

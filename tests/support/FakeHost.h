@@ -20,10 +20,14 @@ public:
   std::deque<int> msgAnswers;                         // default: OK / Yes
   std::deque<std::optional<std::string>> openAnswers; // none left, or nullopt: cancel
   std::deque<std::optional<std::string>> saveAnswers;
+  std::deque<std::optional<std::string>> inputAnswers; // none left: the default; nullopt: Cancel
+  std::vector<std::string> prompts;                    // of the input boxes, in order
   std::vector<FileDialog> dialogsShown;
   int yields = 0;
 
   int MsgBox(const std::string& text, int buttons, const std::string& title) override;
+  std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
+                                      const std::string& defaultText) override;
   bool ShowOpen(FileDialog& d) override { return Answer(openAnswers, d); }
   bool ShowSave(FileDialog& d) override { return Answer(saveAnswers, d); }
   void Yield() override {

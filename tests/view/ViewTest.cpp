@@ -146,5 +146,36 @@ TEST_F(ViewTest, MappingRoundTripsAndRefusesTheBackground) {
   EXPECT_FALSE(v.ScreenToModel(wx, mouseY, 0.1f, ox, oy, oz));
 }
 
+// A drag across the whole window pans by the orthographic width (the tilt
+// stretches it by 1 / cos), turns by 90 degrees, or adds 100% to the zoom.
+TEST_F(ViewTest, DragToolsMoveByTheirWindowAmounts) {
+  View v;
+  v.Set_Limits(Corners({{0, 0}, {0, 16.5f}, {120, 0}, {120, 16.5f}}));
+  const double w = v.SLimitX1 - v.SLimitX0, h = v.SLimitY1 - v.SLimitY0;
+  const Single W = static_cast<Single>(v.ScaleWidth), H = static_cast<Single>(v.ScaleHeight);
+  v.ViewX = v.ViewY = 0;
+  v.Translate_Drag(0, 0, W / 2, H / 4);
+  EXPECT_NEAR(v.ViewX, w / 2, 1e-9 * w);
+  EXPECT_NEAR(v.ViewY, -h / 4, 1e-9 * h);
+  v.ViewX = 0, v.ViewRX = 60; // cos 60 = 1/2 with the drag's pi
+  v.Translate_Drag(0, 0, W, 0);
+  EXPECT_NEAR(v.ViewX, 2 * w, 1e-4 * w);
+
+  v.ViewRX = 350, v.ViewRY = 10;
+  v.Rotate_Drag(0, 0, W / 9, H / 3); // +10 about one axis, -30 about the other
+  EXPECT_NEAR(v.ViewRX, 360, 1e-9); // 360 itself stays
+  EXPECT_NEAR(v.ViewRY, 340, 1e-9);
+  v.Rotate_Drag(0, 0, W / 9, 0);
+  EXPECT_NEAR(v.ViewRX, 10, 1e-9);
+
+  v.ViewZoom = 1;
+  v.Zoom_Drag(W, 0); // full width to the left: zero
+  EXPECT_NEAR(v.ViewZoom, 0, 1e-6);
+  v.Zoom_Drag(W / 2, 0); // below 5% only growing is taken
+  EXPECT_NEAR(v.ViewZoom, 0, 1e-6);
+  v.Zoom_Drag(0, W / 4);
+  EXPECT_NEAR(v.ViewZoom, 0.25, 1e-6);
+}
+
 } // namespace
 } // namespace velk::test
