@@ -1,0 +1,162 @@
+// Building a model with the mouse: real press, move and release events on the
+// GL surface pick nodes and elements, drag the view about, and feed the
+// property dialogs.
+#include "ShellFixture.h"
+
+#include "editing/Selection.h"
+#include "shell/BeamShapeDialog.h"
+
+#include <GL/gl.h>
+#include <GL/glu.h>
+#include <QRubberBand>
+#include <QtTest>
+#include <QtWidgets>
+
+using namespace velk;
+using namespace velk::test;
+
+namespace {
+
+// The 10 x 10 web-only plate of 6 x 6 elements, t 0.1, E 1000, through the
+// girder dialog as a user fills it.
+void GeneratePlate(frmMenu& menu) {
+  BeamShapeDialog dlg(&menu);
+  dlg.show();
+  QTRY_COMPARE(dlg.Field("txtBL")->text(), QString("120"));
+  const std::pair<const char*, const char*> fields[] = {
+      {"txtBL", "10"},  {"txtBWH", "10"},  {"txtBWT", "0.1"},  {"txtBTFW", "0"},
+      {"txtBTFT", "0"}, {"txtBBFW", "0"},  {"txtBBFT", "0"},   {"txtBWHE", "10"},
+      {"txtBWTE", "0.1"}, {"txtBTFWE", "0"}, {"txtBTFTE", "0"}, {"txtBBFWE", "0"},
+      {"txtBBFTE", "0"}, {"txtMOE", "1000"}, {"txtPR", "0.3"},  {"txtNumXElements", "6"},
+      {"txtNumYElements", "6"}};
+  for (auto [name, text] : fields)
+    dlg.Field(name)->setText(text);
+  QTest::mouseClick(dlg.findChild<QPushButton*>("cmdGenerate"), Qt::LeftButton);
+  QCOMPARE(gMesh().Nodes().Count(), 49L);
+}
+
+// Where a model point stands on the surface, in client pixels.
+QPoint At(frmMenu& menu, double x, double y) {
+  return CameraPoint(menu.Surface()->size(), x, y);
+}
+
+void Drag(QWidget* w, QPoint from, QPoint to, Qt::KeyboardModifiers mods = {}) {
+  QTest::mousePress(w, Qt::LeftButton, mods, from);
+  QTest::mouseMove(w, (from + to) / 2);
+  QTest::mouseMove(w, to);
+  QTest::mouseRelease(w, Qt::LeftButton, mods, to);
+}
+
+std::vector<Long> SelectedIDs() {
+  std::vector<Long> ids;
+  for (Long i = 1; i <= gSelection().SelectedCounter(); ++i)
+    std::visit([&](const auto& o) { ids.push_back(o->ID); }, gSelection().Item(i));
+  return ids;
+}
+
+// The first column from the left on row y where the plate begins: its black
+// outline or its fill, not the red axes.
+int LeftEdge(const QImage& img, int y) {
+  for (int x = 0; x < img.width(); ++x) {
+    const QColor c = img.pixelColor(x, y);
+    if (c == Qt::black || IsThickestPlateFill(c)) return x;
+  }
+  return -1;
+}
+
+} // namespace
+
+class tst_picking : public QObject {
+  Q_OBJECT
+private slots:
+  void clicksAndBoxesPickWhatIsUnderThePointer() {
+    ShellSession s;
+    GeneratePlate(*s.menu);
+    QWidget* gl = s.menu->Surface();
+    s.menu->mnuElements_Boundary_Click();
+    s.menu->Surface()->grabFramebuffer();
+    // Our projection is GLU's, to the last bit, on the frame on the screen.
+    s.menu->Surface()->makeCurrent();
+    GLint vp[4];
+    GLdouble mv[16], pr[16];
+    glGetIntegerv(GL_VIEWPORT, vp);
+    glGetDoublev(GL_MODELVIEW_MATRIX, mv);
+    glGetDoublev(GL_PROJECTION_MATRIX, pr);
+    s.menu->Surface()->doneCurrent();
+    for (const auto& n : gMesh().Nodes()) {
+      const Integer px = CInt(n->xcoord), py = CInt(n->ycoord);
+      GLdouble wx, wy, wz;
+      QVERIFY(gluProject(px, py, 0, mv, pr, vp, &wx, &wy, &wz));
+      Single sx, sy;
+      Project_Point(gView(), px, py, sx, sy);
+      QCOMPARE(sx, static_cast<Single>(wx));
+      QCOMPARE(sy, static_cast<Single>(wy));
+    }
+    // A box around the left edge, with the band on the screen while it is drawn.
+    const QPoint a = At(*s.menu, -0.5, 10.5), b = At(*s.menu, 0.5, -0.5);
+    QTest::mousePress(gl, Qt::LeftButton, {}, a);
+    QTest::mouseMove(gl, b);
+    QVERIFY(s.menu->RubberBand() && s.menu->RubberBand()->isVisible());
+    QCOMPARE(s.menu->RubberBand()->geometry(), QRect(a, b).normalized());
+    QTest::mouseRelease(gl, Qt::LeftButton, {}, b);
+    QVERIFY(!s.menu->RubberBand()->isVisible());
+    QCOMPARE(SelectedIDs(), (std::vector<Long>{1, 2, 3, 4, 5, 6, 7}));
+    // Shift adds a click's node; a plain click replaces the selection.
+    QTest::mouseClick(gl, Qt::LeftButton, Qt::ShiftModifier, At(*s.menu, 10.3, 9.8));
+    QCOMPARE(SelectedIDs().back(), 49L);
+    QCOMPARE(SelectedIDs().size(), 8u);
+    QTest::mouseClick(gl, Qt::LeftButton, {}, At(*s.menu, 5.2, 4.8));
+    QCOMPARE(SelectedIDs(), std::vector<Long>{25});
+    // A drag with control held is no shift: it replaces.
+    Drag(gl, At(*s.menu, 9.5, 0.5), At(*s.menu, 10.5, -0.5),
+         Qt::ShiftModifier | Qt::ControlModifier);
+    QCOMPARE(SelectedIDs(), std::vector<Long>{43});
+    // Plates in plate mode, by their centres.
+    s.menu->mnuElements_Plate_Click();
+    QCOMPARE(gSelection().SelectedCounter(), 0);
+    Drag(gl, At(*s.menu, -1, 3.4), At(*s.menu, 11, 1.6));
+    QCOMPARE(SelectedIDs(), (std::vector<Long>{2, 8, 14, 20, 26, 32}));
+    // The coordinates under the pointer follow it in the select tool only.
+    QTest::mouseMove(gl, At(*s.menu, 2.5, 7.5));
+    const QString x = s.menu->Panel("x")->text();
+    QVERIFY2(x.startsWith("X: ") && std::abs(x.mid(3).toDouble() - 2.5) < 0.05, qPrintable(x));
+    s.menu->mnuTranslate_Click();
+    QTest::mouseMove(gl, At(*s.menu, 2.5, 7.4));
+    QCOMPARE(s.menu->Panel("x")->text(), QString());
+  }
+
+  void dragToolsMoveThePicture() {
+    ShellSession s;
+    GeneratePlate(*s.menu);
+    QWidget* gl = s.menu->Surface();
+    const int row = gl->height() / 2 + 30; // clear of the axes
+    // At 200% the picture moves twice as far as the pointer.
+    s.menu->mnuView_Zoom(2);
+    s.menu->mnuTranslate_Click();
+    Drag(gl, QPoint(100, row), QPoint(250, row)); // bring the left edge into sight
+    const int before = LeftEdge(s.menu->Surface()->grabFramebuffer(), row);
+    Drag(gl, QPoint(100, row), QPoint(130, row));
+    QCOMPARE(gView().ViewY, 0.0);
+    const int after = LeftEdge(s.menu->Surface()->grabFramebuffer(), row);
+    QVERIFY2(std::abs(after - before - 60) <= 1, qPrintable(QString("%1 -> %2").arg(before).arg(after)));
+    // A drag across the whole width turns by 90 degrees, and adds 100% to the zoom.
+    s.menu->mnuRotateXY_Click();
+    const QPoint left(0, row), right(gl->width(), row);
+    Drag(gl, left, QPoint(gl->width() / 2, row));
+    QVERIFY(std::abs(gView().ViewRX - 90.0 * (gl->width() / 2) / gl->width()) < 1e-4);
+    s.menu->mnuView_ZoomIn_Click();
+    Drag(gl, left, right);
+    QCOMPARE(gView().ViewZoom, 3.0f);
+    // Centre on a point of the model; a click on the background does nothing.
+    s.menu->mnuView_ZoomAll_Click();
+    s.menu->mnuView_Center_Click();
+    QTest::mouseClick(gl, Qt::LeftButton, {}, QPoint(2, 2));
+    QCOMPARE(gView().ViewX, 0.0);
+    QTest::mouseClick(gl, Qt::LeftButton, {}, At(*s.menu, 2, 3));
+    QVERIFY(std::abs(gView().ViewX - (gView().SLimitCX - 2)) < 0.2);
+    QVERIFY(std::abs(gView().ViewY - (gView().SLimitCY - 3)) < 0.2);
+  }
+};
+
+QTEST_MAIN(tst_picking)
+#include "tst_picking.moc"
