@@ -5,7 +5,6 @@
 #include "view/View.h"
 
 #include <QButtonGroup>
-#include <QCloseEvent>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -141,9 +140,9 @@ void StressWindow::showEvent(QShowEvent* e) {
   QDialog::showEvent(e);
 }
 
-void StressWindow::closeEvent(QCloseEvent* e) {
+void StressWindow::reject() {
   form_.Form_Unload();
-  QDialog::closeEvent(e);
+  QDialog::reject();
 }
 
 void StressWindow::ToForm() {

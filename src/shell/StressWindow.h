@@ -38,8 +38,8 @@ public:
 
 protected:
   void showEvent(QShowEvent* e) override;
-  void closeEvent(QCloseEvent* e) override;
-  void reject() override { close(); }
+  // Closing by any way (the window's close, Escape, Close) goes through here.
+  void reject() override;
 
 private:
   void ToForm();
