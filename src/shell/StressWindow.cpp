@@ -52,8 +52,9 @@ void ColourScale::paintEvent(QPaintEvent*) {
   const int ascent = fontMetrics().ascent();
   for (int i = 0; i < kLabels; ++i) {
     const int y = bar.top() + (bar.height() - 1) * i / (kLabels - 1);
+    const Single value = form_.ShownMax + (form_.ShownMin - form_.ShownMax) * i / (kLabels - 1);
     p.drawLine(bar.right() + 1, y, bar.right() + 4, y);
-    const QString text = QString::fromStdString(Format(ValueAt(y), "0.00E+00"));
+    const QString text = QString::fromStdString(Format(value, "0.00E+00"));
     p.drawText(bar.right() + 8, y + ascent / 2 - 1, text);
   }
 }

@@ -146,6 +146,7 @@ private slots:
     s.menu->mnuStressPlot_Click();
     StressWindow* w = s.menu->Stress();
     QVERIFY(w && w->isVisible() && s.menu->Menu("mnuStressPlot")->isChecked());
+    QCOMPARE(HelpWindow::PageFor(w->property("helpContext").toInt()), QString("plot.html"));
     w->findChild<QRadioButton*>("optSx")->setChecked(true);
     QTest::mouseClick(w->findChild<QPushButton*>("OKButton"), Qt::LeftButton);
     QCOMPARE(gView().OptionShowStress, Long{1});
@@ -251,7 +252,7 @@ private slots:
     QTimer::singleShot(0, [&] {
       auto* dlg = qobject_cast<OptionDialog*>(QApplication::activeModalWidget());
       if (!dlg) return;
-      title = dlg->windowTitle();
+      title = dlg->windowTitle() + " " + HelpWindow::PageFor(dlg->property("helpContext").toInt());
       QCOMPARE(dlg->Field("txtPropertyMarker")->text(), QString("3"));
       dlg->Field("txtPropertyMarker")->setText("7.5");
       dlg->Check("chkShade")->setChecked(true);
@@ -259,7 +260,7 @@ private slots:
       dlg->findChild<QPushButton*>("cmdClose")->click();
     });
     s.menu->Menu("mnuPopup_ViewOption")->trigger();
-    QCOMPARE(title, QString("View Option"));
+    QCOMPARE(title, QString("View Option option.html"));
     QCOMPARE(gView().OptionPropertyMarker_Size, 7.5f);
     s.menu->close(); // the unload writes the settings
     s.menu.reset();
