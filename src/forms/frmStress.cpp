@@ -36,9 +36,9 @@ void frmStress::Form_Unload() {
 void frmStress::OKButton_Click() {
   try {
     View& v = gView();
-    v.OptionShowStress = optSx    ? StressPlots::Sx
-                         : optSy  ? StressPlots::Sy
-                         : optSxy ? StressPlots::Sxy
+    v.OptionShowStress = optSx      ? StressPlots::Sx
+                         : optSy    ? StressPlots::Sy
+                         : optSxy   ? StressPlots::Sxy
                          : optMises ? StressPlots::Mises
                                     : StressPlots::None;
     v.Refresh();

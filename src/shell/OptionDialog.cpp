@@ -15,17 +15,25 @@ namespace velk {
 
 namespace {
 // The form's fields by the names of the controls.
-#define CHECK(name) {#name, &frmOption::name}
-const std::pair<const char*, int frmOption::*> kChecks[] = {
-    CHECK(chkCoordinate),     CHECK(chkBoundary),       CHECK(chkLoad),
-    CHECK(chkBrace),          CHECK(chkStiffener),      CHECK(chkBoundaryValue),
-    CHECK(chkLoadValue),      CHECK(chkBraceValue),     CHECK(chkShowNodeNumber),
-    CHECK(chkShowStiffenerNumber), CHECK(chkShowPlateNumber), CHECK(chkPlate),
-    CHECK(chkHideModelBuckle), CHECK(chkShade)};
+#define CHECK(name)                                                                                \
+  { #name, &frmOption::name }
+const std::pair<const char*, int frmOption::*> kChecks[] = {CHECK(chkCoordinate),
+                                                            CHECK(chkBoundary),
+                                                            CHECK(chkLoad),
+                                                            CHECK(chkBrace),
+                                                            CHECK(chkStiffener),
+                                                            CHECK(chkBoundaryValue),
+                                                            CHECK(chkLoadValue),
+                                                            CHECK(chkBraceValue),
+                                                            CHECK(chkShowNodeNumber),
+                                                            CHECK(chkShowStiffenerNumber),
+                                                            CHECK(chkShowPlateNumber),
+                                                            CHECK(chkPlate),
+                                                            CHECK(chkHideModelBuckle),
+                                                            CHECK(chkShade)};
 const std::pair<const char*, std::string frmOption::*> kFields[] = {
-    CHECK(txtInpMag),         CHECK(txtOutpMag),        CHECK(txtSelectedMarker),
-    CHECK(txtPropertyMarker), CHECK(txtLayerOffset),    CHECK(txtFontSize),
-    CHECK(txtZoomFactor)};
+    CHECK(txtInpMag),      CHECK(txtOutpMag),  CHECK(txtSelectedMarker), CHECK(txtPropertyMarker),
+    CHECK(txtLayerOffset), CHECK(txtFontSize), CHECK(txtZoomFactor)};
 #undef CHECK
 } // namespace
 

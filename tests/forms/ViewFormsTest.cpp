@@ -32,15 +32,15 @@ TEST_F(OptionDialog, OpensOnTheOptionsAndApplyStoresEveryFieldAndPaints) {
                             form.txtPropertyMarker, form.txtLayerOffset, form.txtFontSize,
                             form.txtZoomFactor),
             std::make_tuple("1", "1", "3", "3", "3", "10", "2"));
-  EXPECT_EQ(std::make_tuple(form.chkCoordinate, form.chkPlate, form.chkBoundaryValue,
-                            form.chkShade),
-            std::make_tuple(1, 1, 0, 0));
+  EXPECT_EQ(
+      std::make_tuple(form.chkCoordinate, form.chkPlate, form.chkBoundaryValue, form.chkShade),
+      std::make_tuple(1, 1, 0, 0));
   // Every check the other way round, every number changed.
-  for (int* c : {&form.chkCoordinate, &form.chkBoundary, &form.chkLoad, &form.chkBrace,
-                 &form.chkStiffener, &form.chkBoundaryValue, &form.chkLoadValue,
-                 &form.chkBraceValue, &form.chkShowNodeNumber, &form.chkShowStiffenerNumber,
-                 &form.chkShowPlateNumber, &form.chkPlate, &form.chkHideModelBuckle,
-                 &form.chkShade})
+  for (int* c :
+       {&form.chkCoordinate, &form.chkBoundary, &form.chkLoad, &form.chkBrace, &form.chkStiffener,
+        &form.chkBoundaryValue, &form.chkLoadValue, &form.chkBraceValue, &form.chkShowNodeNumber,
+        &form.chkShowStiffenerNumber, &form.chkShowPlateNumber, &form.chkPlate,
+        &form.chkHideModelBuckle, &form.chkShade})
     *c = 1 - *c;
   form.txtInpMag = "-2.5", form.txtOutpMag = "0", form.txtSelectedMarker = "4";
   form.txtPropertyMarker = "5.5", form.txtLayerOffset = "0", form.txtFontSize = "6";
@@ -112,7 +112,7 @@ TEST_F(OptionDialog, FieldsRefusedAndFallingBack) {
     EXPECT_EQ(v.OptionShading, vbTrue); // the checks come first and stay stored
     EXPECT_EQ(v.OptionInpMagFactor, c.field == &frmOption::txtInpMag ? 7.0f : 4.0f);
     // The zoom factor comes last: any refusal leaves it at the value in force.
-    const Single zoom = c.message                                 ? 2.0f
+    const Single zoom = c.message                              ? 2.0f
                         : c.field != &frmOption::txtZoomFactor ? 3.0f
                                                                : std::stof(c.fieldAfter);
     EXPECT_EQ(v.OptionZoomCenterFactor, zoom);

@@ -73,8 +73,10 @@ double InTriangles(const Nodeb* const (&v)[4], std::array<int, 6> t, double x, d
     const Nodeb &a = *v[t[k]], &b = *v[t[k + 1]], &c = *v[t[k + 2]];
     const double det = (b.xcoord - a.xcoord) * (c.ycoord - a.ycoord) -
                        (c.xcoord - a.xcoord) * (b.ycoord - a.ycoord);
-    const double l1 = ((x - a.xcoord) * (c.ycoord - a.ycoord) - (c.xcoord - a.xcoord) * (y - a.ycoord)) / det;
-    const double l2 = ((b.xcoord - a.xcoord) * (y - a.ycoord) - (x - a.xcoord) * (b.ycoord - a.ycoord)) / det;
+    const double l1 =
+        ((x - a.xcoord) * (c.ycoord - a.ycoord) - (c.xcoord - a.xcoord) * (y - a.ycoord)) / det;
+    const double l2 =
+        ((b.xcoord - a.xcoord) * (y - a.ycoord) - (x - a.xcoord) * (b.ycoord - a.ycoord)) / det;
     if (l1 >= -1e-9 && l2 >= -1e-9 && l1 + l2 <= 1 + 1e-9)
       return a.Sx + l1 * (b.Sx - a.Sx) + l2 * (c.Sx - a.Sx);
   }
@@ -174,8 +176,7 @@ private slots:
       const QColor got = Nearest(img, OnFrame(n->xcoord, n->ycoord), 4, want);
       QVERIFY2(Within(got, want, 6), qPrintable(got.name() + " for " + want.name()));
     }
-    if (maxS == hi->Sx && hi->Sx >= -lo->Sx)
-      QCOMPARE(MapColour(hi->Sx, r), QColor(255, 0, 0));
+    if (maxS == hi->Sx && hi->Sx >= -lo->Sx) QCOMPARE(MapColour(hi->Sx, r), QColor(255, 0, 0));
 
     // The probe over plates of one sign (across zero the colours blend through
     // grey): the value at the centre of the pixel it reads, interpolated over
@@ -220,7 +221,8 @@ private slots:
     QVERIFY(w->isVisible() && !s.menu->Menu("mnuResult_Show")->isChecked());
     QCOMPARE(gView().OptionShowResult, vbFalse);
     w->close();
-    QVERIFY(!s.menu->Menu("mnuStressPlot")->isChecked() && !s.menu->Menu("mnuResult_Show")->isChecked());
+    QVERIFY(!s.menu->Menu("mnuStressPlot")->isChecked() &&
+            !s.menu->Menu("mnuResult_Show")->isChecked());
   }
 
   // Never run: the shape lies flat on the model and the plot is white.

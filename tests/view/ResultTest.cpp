@@ -25,8 +25,8 @@ struct Strip {
         nodes.Add(xs[i], static_cast<Single>(j), 2 * i + j + 1, std::to_string(2 * i + j + 1));
     for (int i = 0; i < 3; ++i) {
       auto at = [&](int col, int row) { return nodes.Item(2 * col + row + 1); };
-      auto p = plates.Add(at(i, 0), at(i + 1, 0), at(i + 1, 1), at(i, 1), i + 1,
-                          std::to_string(i + 1));
+      auto p =
+          plates.Add(at(i, 0), at(i + 1, 0), at(i + 1, 1), at(i, 1), i + 1, std::to_string(i + 1));
       p->Thickness = i < 2 ? 0.5f : 0;
     }
   }
@@ -61,11 +61,11 @@ TEST_F(ResultTest, DeformedCornersAndAveragedNormalsByHand) {
   // the far nodes of the plate without thickness keep the zero normal.
   const std::vector<Vec3f> N = v.AveragedNormals(s.nodes, s.plates);
   ASSERT_EQ(N.size(), 9u);
-  const Vec3f expected[9] = {{},          {-0.3f, 0, 1}, {-0.3f, 0, 1}, {0, 0, 1.5f}, {0, 0, 1.5f},
+  const Vec3f expected[9] = {{},           {-0.3f, 0, 1}, {-0.3f, 0, 1}, {0, 0, 1.5f}, {0, 0, 1.5f},
                              {0.3f, 0, 2}, {0.3f, 0, 2},  {0, 0, 0},     {0, 0, 0}};
   for (int id = 1; id <= 8; ++id)
-    EXPECT_TRUE(Near(N[id], expected[id])) << "node " << id << ": " << N[id].x << ", " << N[id].y
-                                           << ", " << N[id].z;
+    EXPECT_TRUE(Near(N[id], expected[id]))
+        << "node " << id << ": " << N[id].x << ", " << N[id].y << ", " << N[id].z;
 
   // A node numbered beyond the count is a fault, not a write past the arrays.
   s.at(0, 0).ID = 9;
