@@ -102,27 +102,25 @@ TEST_F(ResultTest, ColourMapAndItsInverseWithinOneColourStep) {
   EXPECT_FLOAT_EQ(shown, -200);
 }
 
+// Sx takes the stiffeners in, the others not; nodes outside the numbering are
+// left out; all zero gives the tiny scale that keeps every plate white.
 TEST_F(ResultTest, StressScaleByComponent) {
   Strip s;
   twoNodes stiffeners;
-  auto st = stiffeners.Add(s.nodes.Item(1), s.nodes.Item(3), 1, "1");
+  stiffeners.Add(s.nodes.Item(1), s.nodes.Item(3), 1, "1")->vID = 1;
+  stiffeners.Item(1)->Stress = -8;
   for (const auto& n : s.nodes)
-    n->vID = n->ID <= 6 ? n->ID : 0; // the last column takes no part
-  st->vID = 1;
-  s.at(0, 0).Sx = -3, s.at(1, 1).Sx = 5, s.at(3, 0).Sx = -100; // the last is not connected
-  s.at(2, 1).Sy = 2, s.at(0, 1).Sy = 0.5f;
-  st->Stress = -8;
+    n->vID = n->ID <= 6 ? n->ID : 0;
+  s.at(0, 0).Sx = -3, s.at(1, 1).Sx = 5, s.at(3, 0).Sx = -100, s.at(2, 1).Sy = 2;
   View v;
   Single maxS = 0, minS = 0;
-  v.OptionShowStress = StressPlots::Sx;
-  EXPECT_EQ(v.StressScale(s.nodes, stiffeners, maxS, minS), 8);
-  EXPECT_EQ(std::make_pair(maxS, minS), std::make_pair(5.0f, -8.0f));
-  v.OptionShowStress = StressPlots::Sy; // the stiffeners are left out
-  EXPECT_EQ(v.StressScale(s.nodes, stiffeners, maxS, minS), 2);
-  EXPECT_EQ(std::make_pair(maxS, minS), std::make_pair(2.0f, 0.0f));
-  v.OptionShowStress = StressPlots::Mises; // all zero: a tiny scale, every plate white
-  EXPECT_EQ(v.StressScale(s.nodes, stiffeners, maxS, minS), 1E-16f);
-  EXPECT_EQ(StressColourOf(0, 1E-16f), (StressColour{1, 1, 1, 1}));
+  for (auto [plot, r, hi, lo] : {std::make_tuple(StressPlots::Sx, 8.0f, 5.0f, -8.0f),
+                                 std::make_tuple(StressPlots::Sy, 2.0f, 2.0f, 0.0f),
+                                 std::make_tuple(StressPlots::Mises, 1E-16f, 0.0f, 0.0f)}) {
+    v.OptionShowStress = plot;
+    EXPECT_EQ(v.StressScale(s.nodes, stiffeners, maxS, minS), r) << plot;
+    EXPECT_EQ(std::make_pair(maxS, minS), std::make_pair(hi, lo)) << plot;
+  }
 }
 
 } // namespace
