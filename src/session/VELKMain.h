@@ -44,6 +44,7 @@ struct MainWindowHooks {
   std::function<void()> Update;        // resets mouse state, edit mode, status display
   std::function<void()> updateToolBar; // check marks of the edit modes
   std::function<void()> Paint;         // one frame
+  std::function<void(int)> UpdateFont; // new font size, display lists rebuilt
   std::function<void(const std::string&)> CaptionChanged;
 };
 MainWindowHooks& hooks();

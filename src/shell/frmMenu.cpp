@@ -11,6 +11,8 @@
 #include "shell/EigenDialog.h"
 #include "shell/GLView.h"
 #include "shell/HelpWindow.h"
+#include "shell/OptionDialog.h"
+#include "shell/StressWindow.h"
 #include "shell/frmAbout.h"
 #include "view/DrawModel.h"
 #include "view/View.h"
@@ -89,6 +91,7 @@ frmMenu::frmMenu(QWidget* parent) : QMainWindow(parent) {
   hooks().Paint = [this] { Paint(); };
   hooks().Update = [this] { Update(); };
   hooks().updateToolBar = [this] { updateToolBar(); };
+  hooks().UpdateFont = [this](int size) { UpdateFont(size); };
   hooks().CaptionChanged = [this](const std::string& c) {
     setWindowTitle(QString::fromStdString(c));
   };
@@ -124,6 +127,19 @@ QAction* frmMenu::AddMenu(QMenu* parent, const QString& name, const QString& cap
   }
   a->setObjectName(name);
   menus_.insert(name, a);
+  return a;
+}
+
+// The handler flips the check itself, as the tool bar and the popup call it
+// too: undo the flip of the menu's own click first.
+QAction* frmMenu::AddCheckMenu(QMenu* parent, const QString& name, const QString& caption,
+                               std::function<void()> handler) {
+  QAction* a = AddMenu(parent, name, caption);
+  a->setCheckable(true);
+  connect(a, &QAction::triggered, this, [a, handler] {
+    a->setChecked(!a->isChecked());
+    handler();
+  });
   return a;
 }
 
@@ -251,12 +267,8 @@ void frmMenu::BuildViewMenus() {
   AddMenu(view, "mnuOption", "View Option", [this] { mnuOption_Click(); })->setData(20240);
 
   QMenu* result = top("mnuResult", "Results", 20150);
-  AddMenu(result, "mnuResult_Show", "Show Buckled Shape", [this] {
-    mnuResult_Show_Click();
-  })->setCheckable(true);
-  AddMenu(result, "mnuStressPlot", "Stress Plot", [this] {
-    mnuStressPlot_Click();
-  })->setCheckable(true);
+  AddCheckMenu(result, "mnuResult_Show", "Show Buckled Shape", [this] { mnuResult_Show_Click(); });
+  AddCheckMenu(result, "mnuStressPlot", "Stress Plot", [this] { mnuStressPlot_Click(); });
 
   QMenu* help = top("mnuHelp", "Help", 20100);
   AddMenu(help, "mnuVELKHelp", "Help Topics", [this] { mnuVELKHelp_Click(); });
@@ -573,15 +585,64 @@ void frmMenu::mnuView_Window_Click() {
 }
 
 void frmMenu::mnuView_Clip_Click() {}
-void frmMenu::mnuOption_Click() {}
+
+void frmMenu::mnuOption_Click() {
+  Trap("Error..[Option]", [this] {
+    OptionDialog dlg(this);
+    dlg.exec();
+  });
+}
 
 void frmMenu::mnuView_Toolbar_Click() {
   toolbar_->setVisible(!toolbar_->isVisible());
   menus_["mnuView_Toolbar"]->setChecked(toolbar_->isVisible());
 }
 
-void frmMenu::mnuResult_Show_Click() {}
-void frmMenu::mnuStressPlot_Click() {}
+// The buckled shape and the stress plot exclude each other.
+void frmMenu::mnuResult_Show_Click() {
+  QAction* show = menus_["mnuResult_Show"];
+  show->setChecked(!show->isChecked());
+  View& v = gView();
+  if (show->isChecked()) {
+    v.OptionShowResult = vbTrue;
+    menus_["mnuStressPlot"]->setChecked(false);
+    v.OptionShowStress = StressPlots::None;
+    if (stress_ && stress_->isVisible()) stress_->close();
+  } else {
+    v.OptionShowResult = vbFalse;
+  }
+  Paint();
+}
+
+// Opening the window starts no plot: that waits for its Apply.
+void frmMenu::mnuStressPlot_Click() {
+  QAction* plot = menus_["mnuStressPlot"];
+  plot->setChecked(!plot->isChecked());
+  if (plot->isChecked()) {
+    if (menus_["mnuResult_Show"]->isChecked()) {
+      menus_["mnuResult_Show"]->setChecked(false);
+      gView().OptionShowResult = vbFalse;
+    }
+    if (!stress_) {
+      stress_ = new StressWindow(this);
+      stress_->Form().StressPlotCheckOff = [this] { menus_["mnuStressPlot"]->setChecked(false); };
+    }
+    stress_->show();
+  } else {
+    if (stress_) stress_->close();
+    gView().OptionShowStress = StressPlots::None;
+    Paint();
+  }
+}
+
+void frmMenu::StressProbe(const QPoint& p) {
+  if (!stress_ || !stress_->isVisible()) return;
+  float CB = 0, CR = 0;
+  view_->makeCurrent();
+  const bool read = Probe_Stress_Color(gView(), p.x(), p.y(), CB, CR);
+  view_->doneCurrent();
+  if (read) gView().ShowStressValue(CB, CR);
+}
 
 void frmMenu::ShowHelp(int context) {
   if (!help_) help_ = new HelpWindow(this);
@@ -620,6 +681,7 @@ void frmMenu::closeEvent(QCloseEvent* e) {
     unloaded_ = true;
     Trap("Error..[Form_Unload]", [this] {
       Save_Option();
+      if (stress_) stress_->close(); // after the save: a plot in force is kept for the next start
       if (help_) help_->close();
       hooks() = MainWindowHooks{};
       Reset_Session();

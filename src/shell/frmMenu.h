@@ -2,6 +2,7 @@
 // The main window: menu bar, popup, tool bar, status bar and the GL surface,
 // with one handler per command.
 #include "shell/HelpWindow.h"
+#include "shell/StressWindow.h"
 #include "view/View.h"
 
 #include <QMainWindow>
@@ -31,6 +32,9 @@ public:
   void UpdateFont(int fontsizedata);
   void Paint();
   void ShowCoordinatesAt(const QPoint& p) { ShowCoordinates(p); }
+  // The stress under the pointer, read from the picture, while the Plot window is shown.
+  void StressProbe(const QPoint& p);
+  StressWindow* Stress() const { return stress_; }
 
   // The mouse on the view (frmMenuMouse.cpp). Button 1 left, 2 right; Shift 1
   // is the shift key alone; client pixels, y down.
@@ -136,6 +140,8 @@ private:
   void BuildStatusBar();
   QAction* AddMenu(QMenu* parent, const QString& name, const QString& caption,
                    std::function<void()> handler = {});
+  QAction* AddCheckMenu(QMenu* parent, const QString& name, const QString& caption,
+                        std::function<void()> handler);
   void EditMode(Long propertyMode, const char* trap);
   void Tool(Long viewMode, const char* panelText, const char* trap);
   void ShowHelp(int context);
@@ -150,6 +156,7 @@ private:
   QToolBar* toolbar_ = nullptr;
   QMenu* popup_ = nullptr;
   QPointer<HelpWindow> help_;
+  QPointer<StressWindow> stress_;
   QMap<QString, QAction*> menus_;
   QMap<QString, QAction*> tools_;
   QMap<QString, std::function<void()>> toolHandlers_; // by the key of the button

@@ -63,7 +63,9 @@ void frmMenu::Form_MouseMove(int Button, int /*Shift*/, Single X, Single Y) {
       gesture_.MoveY = Y;
       ShowFocusRect();
     }
-    ShowCoordinates(QPoint(static_cast<int>(X), static_cast<int>(Y)));
+    const QPoint at(static_cast<int>(X), static_cast<int>(Y));
+    ShowCoordinates(at);
+    StressProbe(at);
   });
 }
 

@@ -6,6 +6,7 @@
 #include "model/fourNodes.h"
 #include "model/twoNodes.h"
 #include "session/VELKMain.h"
+#include "view/DrawResult.h"
 #include "view/View.h"
 
 #include <GL/gl.h>
@@ -562,8 +563,18 @@ void Paint_Frame(View& v) {
     }
     if (v.OptionShowCoordinate) Draw_Coordinate(v);
     if (v.OptionShowModel) Draw_Model(v);
+    if (v.OptionShowResult) {
+      Draw_Result(v);
+      if (v.OptionShading) {
+        Setup_Lighting(v);
+        Draw_Result_Shade(v);
+        Remove_Lighting();
+      }
+    }
     for (int i = 0; i < 4; ++i)
       glDisable(GL_CLIP_PLANE0 + i);
+  } else {
+    Draw_Stress(v);
   }
   Capture_Frame_State(v);
 }

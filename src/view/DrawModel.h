@@ -68,6 +68,8 @@ void Load_ModelView(const View& v);
 // The model point under a mouse position (client pixels, y down) on the last
 // frame; false where the depth there says the pointer is off the model.
 bool Probe_Model_Point(const View& v, double X, double Y, double& ox, double& oy, double& oz);
+// The blue and red of the last frame's pixel under a mouse position, 0 to 1.
+bool Probe_Stress_Color(const View& v, double X, double Y, float& CB, float& CR);
 // Keeps the viewport and matrices of the frame for the screen-to-model mapping.
 void Capture_Frame_State(View& v);
 

@@ -4,6 +4,8 @@
 #include "common/Host.h"
 #include "common/TextFile.h"
 #include "model/Nodes.h"
+#include "model/fourNodes.h"
+#include "model/twoNodes.h"
 
 #include <cmath>
 #include <numbers>
@@ -247,7 +249,7 @@ void View::Draw_Projection() {
   Projection = m;
 }
 
-void View::Draw_ModelView() {
+Matrix4 View::BuildModelView(bool trueProportion) const {
   // The arguments go through 32-bit floats, as glTranslatef and friends take them.
   auto f = [](double v) { return static_cast<double>(static_cast<float>(v)); };
   Matrix4 m = Identity();
@@ -255,13 +257,21 @@ void View::Draw_ModelView() {
   Rotate(m, ViewRX, 0, 1, 0);
   Rotate(m, ViewRY, 1, 0, 0);
   Rotate(m, ViewRZ, 0, 0, 1);
-  if (ScreenMode == ScreenModes::Actual)
+  if (trueProportion || ScreenMode == ScreenModes::Actual)
     Scale(m, ViewZoom, ViewZoom, ViewZoom);
   else
     Scale(m, f(ViewZoom * ScreenModeFactorX * 0.8), f(ViewZoom * ScreenModeFactorY * 0.7),
           ViewZoom);
   Translate(m, f(ViewX - SLimitCX), f(ViewY - SLimitCY), 0);
-  ModelView = m;
+  return m;
+}
+
+void View::Draw_ModelView() {
+  ModelView = BuildModelView(false);
+}
+
+Matrix4 View::StressModelView() const {
+  return BuildModelView(true);
 }
 
 void View::Refresh() {
@@ -450,6 +460,78 @@ void View::StoreData1_4Option(FieldWriter& out) const {
   out.Boolean(OptionShowPlate);
   out.Boolean(OptionShading);
   out.EndLine();
+}
+
+// ---- results ----
+
+StressColour StressColourOf(Single s, Single r) {
+  if (s >= 0) return {1, 1 - s / r, 1 - s / r, 1};
+  return {1 + s / r, 1 + s / r, 1, 1};
+}
+
+Vec3f View::DeformedPosition(const Nodeb& n) const {
+  return {n.InPDispX * OptionInpMagFactor + n.xcoord, n.InPDispY * OptionInpMagFactor + n.ycoord,
+          n.zcoord * OptionOutpMagFactor};
+}
+
+void View::DeformedPlate(const fourNode& p, Vec3f (&P)[4], Vec3f& normal) const {
+  P[0] = DeformedPosition(*p.Node1);
+  P[1] = DeformedPosition(*p.Node4);
+  P[2] = DeformedPosition(*p.Node3);
+  P[3] = DeformedPosition(*p.Node2);
+  const Vec3f a{P[0].x - P[2].x, P[0].y - P[2].y, P[0].z - P[2].z};
+  const Vec3f b{P[3].x - P[2].x, P[3].y - P[2].y, P[3].z - P[2].z};
+  normal = {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
+}
+
+std::vector<Vec3f> View::AveragedNormals(const Nodes& nodes, const fourNodes& plates) const {
+  const long count = nodes.Count();
+  std::vector<Vec3f> sum(static_cast<std::size_t>(count) + 1);
+  std::vector<Integer> hits(static_cast<std::size_t>(count) + 1, 0);
+  for (const auto& p : plates) {
+    if (p->Thickness <= kTolerance) continue;
+    Vec3f P[4], n;
+    DeformedPlate(*p, P, n);
+    for (const Nodeb* node : {p->Node1.get(), p->Node2.get(), p->Node3.get(), p->Node4.get()}) {
+      // The numbering runs 1 to the count; anything else is a damaged mesh.
+      if (node->ID < 1 || node->ID > count) Raise(errSubscript);
+      Vec3f& s = sum[static_cast<std::size_t>(node->ID)];
+      s.x += n.x, s.y += n.y, s.z += n.z;
+      ++hits[static_cast<std::size_t>(node->ID)];
+    }
+  }
+  for (std::size_t i = 1; i < sum.size(); ++i)
+    if (hits[i] != 0) sum[i].x /= hits[i], sum[i].y /= hits[i], sum[i].z /= hits[i];
+  return sum;
+}
+
+Single View::StressScale(const Nodes& nodes, const twoNodes& stiffeners, Single& maxS,
+                         Single& minS) const {
+  nodes.Calculate_MaxMinStress(maxS, minS, static_cast<Integer>(OptionShowStress - 1));
+  if (OptionShowStress == StressPlots::Sx) {
+    Single smax = 0, smin = 0;
+    stiffeners.Calculate_MaxMinStress(smax, smin, 0);
+    if (smax > maxS) maxS = smax;
+    if (smin < minS) minS = smin;
+  }
+  Single r = std::fabs(maxS) > std::fabs(minS) ? std::fabs(maxS) : std::fabs(minS);
+  if (r < 1E-40f) r = 1E-16f;
+  return r;
+}
+
+bool View::StressValueOf(Single CB, Single CR, Single& value) const {
+  if (CB > CR)
+    value = static_cast<Single>(-(1 - CR) * maxStress);
+  else if (CR > CB)
+    value = static_cast<Single>((1 - CB) * maxStress);
+  else
+    return false;
+  return true;
+}
+
+void View::ShowStressValue(Single CB, Single CR) {
+  Single value = 0;
+  if (StressValueOf(CB, CR, value) && ShowStress) ShowStress(value);
 }
 
 } // namespace velk

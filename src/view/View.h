@@ -6,12 +6,17 @@
 
 #include <array>
 #include <functional>
+#include <vector>
 
 namespace velk {
 
 class FieldReader;
 class FieldWriter;
+class Nodeb;
 class Nodes;
+class fourNode;
+class fourNodes;
+class twoNodes;
 
 using Matrix4 = std::array<double, 16>; // column-major, as GL keeps it
 
@@ -41,6 +46,15 @@ struct ScreenModes {
 struct StressPlots { // OptionShowStress
   enum : Long { None = 0, Sx = 1, Sy = 2, Sxy = 3, Mises = 4 };
 };
+struct Vec3f {
+  float x = 0, y = 0, z = 0;
+};
+
+// A colour of the stress map, red, green, blue, alpha: zero white, +r pure red,
+// -r pure blue.
+using StressColour = std::array<float, 4>;
+StressColour StressColourOf(Single s, Single r);
+
 // The class of object that an edit mode picks.
 constexpr Long MeshModeOf(Long propertyMode) {
   return propertyMode == PropertyModes::Plate       ? MeshModes::Plate
@@ -149,7 +163,32 @@ public:
   void ReadData1_4Option(FieldReader& in);
   void StoreData1_4Option(FieldWriter& out) const;
 
+  // The buckled shape: a node where the two magnifications put it.
+  Vec3f DeformedPosition(const Nodeb& n) const;
+  // The corners of a plate's buckled shape in drawing order (Node1, Node4,
+  // Node3, Node2) and its face normal (P1 - P3) x (P4 - P3), sized by the face.
+  void DeformedPlate(const fourNode& p, Vec3f (&P)[4], Vec3f& normal) const;
+  // The face normals of the plates that take part, averaged per node and left
+  // unnormalised; indexed by node ID, entry 0 unused.
+  std::vector<Vec3f> AveragedNormals(const Nodes& nodes, const fourNodes& plates) const;
+
+  // Extremes of the component in OptionShowStress (plates, and for Sx the
+  // stiffeners too) and the colour scale r taken from them.
+  Single StressScale(const Nodes& nodes, const twoNodes& stiffeners, Single& maxS,
+                     Single& minS) const;
+  // The stress frame's modelview: as Draw_ModelView, but always in true proportion.
+  Matrix4 StressModelView() const;
+  // The value back from a pixel's blue and red; false for white, black and
+  // grey, which tell nothing.
+  bool StressValueOf(Single CB, Single CR, Single& value) const;
+  void ShowStressValue(Single CB, Single CR);
+  // The stress window, while it is shown, takes the values of the probe and
+  // the extremes of each stress frame.
+  std::function<void(Single)> ShowStress;
+  std::function<void(Single, Single)> ShowMaxMin;
+
 private:
+  Matrix4 BuildModelView(bool trueProportion) const;
   void ComputeLimits(const Nodes& nodes);
   void SetOptionFallbacks();
 };

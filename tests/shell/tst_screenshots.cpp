@@ -7,8 +7,10 @@
 #include "forms/frmEigen.h"
 #include "session/ProjectFile.h"
 #include "shell/BeamShapeDialog.h"
+#include "shell/StressWindow.h"
 
 #include <QPushButton>
+#include <QRadioButton>
 #include <QtTest>
 #include <cstdio>
 
@@ -64,6 +66,19 @@ int main(int argc, char** argv) {
     run.cmdApply_Click();
     menu->Paint();
     failures += Save(menu, folder, "06-girder-in-bending-after-run").isNull();
+    // Its buckled shape, shaded, turned so that the light grazes it, and the
+    // Sx plot with the Plot window.
+    gView().OptionOutpMagFactor = 10;
+    gView().OptionShading = vbTrue;
+    gView().ViewRX = -25;
+    menu->mnuResult_Show_Click();
+    failures += Save(menu, folder, "07-buckled-shape-shaded").isNull();
+    menu->mnuStressPlot_Click();
+    menu->Stress()->findChild<QRadioButton*>("optSx")->setChecked(true);
+    menu->Stress()->findChild<QPushButton*>("OKButton")->click();
+    gView().Zoom_All();
+    failures += Save(menu, folder, "08-stress-plot-sx").isNull();
+    failures += Save(menu->Stress(), folder, "09-plot-window").isNull();
   }
   std::printf("screenshots written to %s\n", qPrintable(folder));
   return failures;
