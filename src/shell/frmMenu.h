@@ -2,6 +2,7 @@
 // The main window: menu bar, popup, tool bar, status bar and the GL surface,
 // with one handler per command.
 #include "shell/HelpWindow.h"
+#include "shell/PropertyViewWindow.h"
 #include "view/View.h"
 
 #include <QMainWindow>
@@ -38,6 +39,7 @@ public:
   QMenu* Popup() const { return popup_; }
   GLView* Surface() const { return view_; }
   QToolBar* Toolbar1() const { return toolbar_; }
+  PropertyViewWindow* PropertyView() const { return propertyView_; }
   int HelpContext() const;
 
   // Commands.
@@ -47,6 +49,9 @@ public:
   void mnuFile_ReportAll_Click();
   void mnuFile_Report_Grid_Click();
   void mnuCreate_BMP_Click();
+  // What the bitmap tool does when the button goes up after a drag from
+  // (downX, downY) to (upX, upY): a box with a size in both directions is saved.
+  void BitmapBox(double downX, double downY, double upX, double upY);
   void mnuFile_Exit_Click();
   void mnuBeam_Beam_Click();
   void mnuRun_Run_Click();
@@ -120,6 +125,7 @@ private:
   QToolBar* toolbar_ = nullptr;
   QMenu* popup_ = nullptr;
   QPointer<HelpWindow> help_;
+  QPointer<PropertyViewWindow> propertyView_;
   QMap<QString, QAction*> menus_;
   QMap<QString, QAction*> tools_;
   QMap<QString, std::function<void()>> toolHandlers_; // by the key of the button
