@@ -191,6 +191,17 @@ TEST_F(Reports, PropertyTablesListWhatHasAValue) {
                            Format(third.Node2->vID, "00000") + "  " +
                            Format(third.Node3->vID, "00000") + "  " +
                            Format(third.Node4->vID, "00000"));
+  // The row tests look at the values, not at the numbering.
+  gMesh().fourNodes().Item(1)->Thickness = 0;
+  const auto web = std::find_if(gMesh().twoNodes().begin(), gMesh().twoNodes().end(),
+                                [](const auto& t) { return t->vID == 0; });
+  (*web)->Thickness = 0.5f;
+  EXPECT_EQ(Lines(Property_Table(PropertyTabs::Plate, gMesh())).size(), 42u);
+  const Text stiffeners = Lines(Property_Table(PropertyTabs::Stiffener, gMesh()));
+  EXPECT_EQ(std::count(stiffeners.begin(), stiffeners.end(),
+                       "00000     0.00E+00     5.00E-01     " + Format((*web)->Node1->vID, "00000") +
+                           "     " + Format((*web)->Node2->vID, "00000")),
+            1);
   frmPropertyView form;
   form.Form_Load();
   const std::string coordinates = form.rtbProperty;
