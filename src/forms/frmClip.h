@@ -13,7 +13,7 @@ struct ClipSlider {
 class frmClip {
 public:
   ClipSlider sldHStart, sldHEnd, sldVStart, sldVEnd; // "X Direction", "Y Direction"
-  std::string lblHS, lblHE, lblVS, lblVE;             // the sliders' values
+  std::string lblHS, lblHE, lblVS, lblVE;            // the sliders' values
   double hfrom = 0, hto = 0, vfrom = 0, vto = 0;
   bool Unloaded = false;
 

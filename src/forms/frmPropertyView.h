@@ -11,8 +11,8 @@ namespace velk {
 
 class frmPropertyView {
 public:
-  int SSTab1 = 2;          // the current tab (PropertyTabs)
-  std::string rtbProperty; // the list on show
+  int SSTab1 = 2;           // the current tab (PropertyTabs)
+  std::string rtbProperty;  // the list on show
   FileDialog CommonDialog1; // the save dialog; keeps its own file name
   bool Unloaded = false;
   // The main window's part of the unload: its menu check and tool bar button.

@@ -105,8 +105,8 @@ std::string Show_Buckled(Mesh& m) {
       "  Node " + B(2) + " Z Value" + B(2) + " X Disp." + B(2) + " Y Disp." + B(2) + kEnd;
   for (const auto& n : m.Nodes())
     if (n->vID != 0)
-      t += ID5(n->vID) + B(2) + Sci(n->zcoord) + B(2) + Sci(n->InPDispX) + B(2) +
-           Sci(n->InPDispY) + kEnd;
+      t += ID5(n->vID) + B(2) + Sci(n->zcoord) + B(2) + Sci(n->InPDispX) + B(2) + Sci(n->InPDispY) +
+           kEnd;
   return t;
 }
 

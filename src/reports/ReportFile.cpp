@@ -42,9 +42,9 @@ void WriteNodeTables(OutFile& out, Nodes& nodes) {
   Section(out, "[Boundaries]", {"Node#", "X", "Y", "Z", "XR", "YR", " X_Value", " Y_Value"});
   for (const auto& n : nodes)
     if (AnyRestraint(*n))
-      Put(out, ZoneLine({PrintInteger(n->vID), Flag(n->XTDir()), Flag(n->YTDir()),
-                         Flag(n->ZTDir()), Flag(n->XRDir()), Flag(n->YRDir()),
-                         Sci(n->XTDirValue), Sci(n->YTDirValue)}));
+      Put(out,
+          ZoneLine({PrintInteger(n->vID), Flag(n->XTDir()), Flag(n->YTDir()), Flag(n->ZTDir()),
+                    Flag(n->XRDir()), Flag(n->YRDir()), Sci(n->XTDirValue), Sci(n->YTDirValue)}));
   Section(out, "[Braces]", {"Node#", "X_Stiff", "Y_Stiff", "Z_Stiff", "XR_Stiff", "YR_Stiff"});
   for (const auto& n : nodes)
     if (AnySpring(*n))
@@ -98,8 +98,8 @@ void Write_Report_To(OutFile& out, const Analysis& a, Mesh& m) {
   Section(out, "[Displacements]", {"Node#", "InpDispX", "InpDispY", "Normalized Z Disp."});
   for (const auto& n : nodes)
     if (n->vID != 0)
-      Put(out, ZoneLine({PrintInteger(n->vID), Sci(n->InPDispX), Sci(n->InPDispY),
-                         Sci(n->zcoord)}));
+      Put(out,
+          ZoneLine({PrintInteger(n->vID), Sci(n->InPDispX), Sci(n->InPDispY), Sci(n->zcoord)}));
 }
 
 } // namespace velk

@@ -30,7 +30,8 @@ PropertyViewWindow::PropertyViewWindow(QWidget* parent) : QWidget(parent, Qt::Wi
   QFont courier("Courier New");
   courier.setStyleHint(QFont::Monospace);
   courier.setFixedPitch(true);
-  if (!QFontInfo(courier).fixedPitch()) courier = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  if (!QFontInfo(courier).fixedPitch())
+    courier = QFontDatabase::systemFont(QFontDatabase::FixedFont);
   rtbProperty_->setFont(courier);
   Command1_ = new QPushButton("Save to File", this);
   Command1_->setObjectName("Command1");
