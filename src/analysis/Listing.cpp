@@ -5,8 +5,7 @@
 namespace velk {
 
 std::string Listing::IntItem(long value) {
-  std::string s = std::to_string(value);
-  return (value < 0 ? "" : " ") + s + " ";
+  return PrintInteger(value);
 }
 
 std::string Listing::RealItem(double value) {

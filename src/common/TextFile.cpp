@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <cmath>
+#include <filesystem>
 
 namespace velk {
 
@@ -39,8 +40,19 @@ int FaultFromErrno(int err, bool reading) {
   }
 }
 
+bool IsReadOnlyFile(const std::string& path) {
+  namespace fs = std::filesystem;
+  std::error_code ec;
+  const fs::file_status st = fs::status(path, ec);
+  if (ec || !fs::is_regular_file(st)) return false;
+  constexpr auto anyWrite = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+  return (st.permissions() & anyWrite) == fs::perms::none;
+}
+
 OutFile::OutFile(const std::string& path) {
   if (path.empty()) Raise(errBadFileName);
+  // The file's read-only mark holds for every user, the administrator too.
+  if (IsReadOnlyFile(path)) Raise(errPermissionDenied, "read-only file " + path);
   errno = 0;
   f_ = std::fopen(path.c_str(), "wb");
   if (!f_) Raise(FaultFromErrno(errno, false), "cannot open " + path);

@@ -14,7 +14,11 @@ namespace velk {
 // Maps an errno value from opening, reading or writing to a fault number.
 int FaultFromErrno(int err, bool reading);
 
-// A file opened for output; replaces what was there.
+// A regular file whose permissions let nobody write to it.
+bool IsReadOnlyFile(const std::string& path);
+
+// A file opened for output; replaces what was there. A read-only file is
+// refused (70), whoever runs the program.
 class OutFile {
 public:
   explicit OutFile(const std::string& path);

@@ -206,6 +206,35 @@ std::string ZonePad(std::size_t column) {
   return std::string(next - column, ' ');
 }
 
+std::string PrintInteger(long long value) {
+  return (value < 0 ? "" : " ") + std::to_string(value) + " ";
+}
+
+std::string PrintSingle(Single value) {
+  const std::string s = SingleToFileText(value);
+  return (s[0] == '-' ? "" : " ") + s + " ";
+}
+
+namespace {
+template <class Range> std::string JoinZones(const Range& fields) {
+  std::string line;
+  bool first = true;
+  for (const auto& f : fields) {
+    if (!first) line += ZonePad(line.size());
+    first = false;
+    line += f;
+  }
+  return line;
+}
+} // namespace
+
+std::string ZoneLine(std::initializer_list<std::string_view> fields) {
+  return JoinZones(fields);
+}
+std::string ZoneLine(const std::vector<std::string>& fields) {
+  return JoinZones(fields);
+}
+
 std::string Trim(std::string_view text) {
   std::size_t b = 0, e = text.size();
   while (b < e && IsBlank(text[b]))

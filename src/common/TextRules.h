@@ -1,8 +1,10 @@
 #pragma once
 // The one place that owns how numbers become text and text becomes numbers.
 #include <cstdint>
+#include <initializer_list>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace velk {
 
@@ -57,6 +59,14 @@ std::string Format(double value, std::string_view picture);
 // one, but a whole zone at the start of the line.
 constexpr int kPrintZone = 14;
 std::string ZonePad(std::size_t column);
+// The printed forms of numbers in a zoned line: a blank or the minus sign in
+// front and a blank after (" 12 ", "-3 ", " .5 ", "-1.5E-07 ").
+std::string PrintInteger(long long value);
+std::string PrintSingle(Single value);
+// Fields in print zones: each after the first starts at the next zone that is
+// still free; the last has no blanks after it.
+std::string ZoneLine(std::initializer_list<std::string_view> fields);
+std::string ZoneLine(const std::vector<std::string>& fields);
 
 std::string Trim(std::string_view text);
 

@@ -28,6 +28,7 @@ struct Session {
   std::string gTempOutFile;
   std::string Caption = "VELK V1.4.0: No Title"; // the main window's caption
   FileDialog cdlFile; // the common dialog of the file commands; keeps its file name
+  FileDialog cdlBitmap; // the bitmap's own dialog, with a file name of its own
 };
 
 Session& session();

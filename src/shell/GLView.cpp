@@ -2,6 +2,7 @@
 
 #include "common/Host.h"
 #include "session/VELKMain.h"
+#include "view/DrawBitmap.h"
 #include "view/DrawModel.h"
 #include "view/View.h"
 
@@ -29,9 +30,13 @@ void GLView::SetDefaultFormat() {
 GLView::GLView(QWidget* parent) : QOpenGLWidget(parent) {
   setMouseTracking(true);
   setMinimumSize(1, 1);
+  // Reads of the last frame (the bitmap) go to this surface.
+  surfaceAccess().Acquire = [this] { makeCurrent(); };
+  surfaceAccess().Release = [this] { doneCurrent(); };
 }
 
 GLView::~GLView() {
+  surfaceAccess() = SurfaceAccess{};
   makeCurrent();
   ReleaseGL();
   doneCurrent();

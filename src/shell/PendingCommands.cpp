@@ -1,6 +1,5 @@
-// Placeholders until the bitmap export and the coordinate dialog land.
+// Placeholder until the coordinate dialog lands.
 #include "shell/frmMenu.h"
 namespace velk {
-void frmMenu::BitmapBox(double, double, double, double) {}
 void frmMenu::ShowCoordDialog() {}
 } // namespace velk

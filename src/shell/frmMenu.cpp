@@ -7,13 +7,18 @@
 #include "mesh/GeometryEdit.h"
 #include "session/ProjectFile.h"
 #include "session/VELKMain.h"
+#include "reports/Bitmap.h"
+#include "session/ReportCommands.h"
 #include "shell/BeamShapeDialog.h"
+#include "shell/ClipDialog.h"
 #include "shell/EigenDialog.h"
 #include "shell/GLView.h"
 #include "shell/HelpWindow.h"
 #include "shell/OptionDialog.h"
 #include "shell/StressWindow.h"
+#include "shell/PropertyViewWindow.h"
 #include "shell/frmAbout.h"
+#include "view/DrawBitmap.h"
 #include "view/DrawModel.h"
 #include "view/View.h"
 
@@ -230,7 +235,8 @@ void frmMenu::BuildModelMenus() {
           [this] { mnuProperty_DeleteProperty_Click(); });
   AddMenu(prop, "mnuProperty_Space_1", "-");
   AddMenu(prop, "mnuProperty_ShowProperty", "Show Property Window",
-          [this] { mnuProperty_ShowProperty_Click(); });
+          [this] { mnuProperty_ShowProperty_Click(); })
+      ->setCheckable(true);
 }
 
 // View, Results and Help.
@@ -474,13 +480,24 @@ void frmMenu::mnuFile_Open_Click() {
 void frmMenu::mnuFile_SaveData_Click() {
   Trap("Error..[File Save]", [] { Save_Project(); });
 }
-void frmMenu::mnuFile_ReportAll_Click() {}   // the report file comes with its own release
-void frmMenu::mnuFile_Report_Grid_Click() {} // likewise the displacement grid
+void frmMenu::mnuFile_ReportAll_Click() {
+  Trap("Error..[Create Report All]", [] { Write_Report(); });
+}
+void frmMenu::mnuFile_Report_Grid_Click() {
+  Trap("Error..[Create Report Grid]", [] { Write_GridFile(); });
+}
 
 void frmMenu::mnuCreate_BMP_Click() {
   Trap("Error..[Generate BMP]", [this] {
     panels_["operationmode"]->setText("Create BMP");
     gView().ViewMode = ViewModes::BitmapBox;
+  });
+}
+
+void frmMenu::BitmapBox(double downX, double downY, double upX, double upY) {
+  Trap("Error..[Form_MouseUp]", [&] {
+    if (const auto box = Bitmap_Box(downX, downY, upX, upY))
+      Save_Bitmap(box->x, box->y, box->width, box->height);
   });
 }
 
@@ -550,7 +567,26 @@ void frmMenu::mnuProperty_DeleteProperty_Click() {
   Trap("Error..[Property Delete]",
        [] { gSelection().Delete(gMesh(), gView().PropertyMode); });
 }
-void frmMenu::mnuProperty_ShowProperty_Click() {}
+// The menu's check says whether the window is open; the tool bar button follows it.
+void frmMenu::mnuProperty_ShowProperty_Click() {
+  Trap("Error..[Property Show]", [this] {
+    QAction* entry = menus_["mnuProperty_ShowProperty"];
+    entry->setChecked(!propertyView_);
+    tools_["property"]->setChecked(entry->isChecked());
+    if (entry->isChecked()) {
+      propertyView_ = new PropertyViewWindow(this);
+      propertyView_->setAttribute(Qt::WA_DeleteOnClose);
+      propertyView_->Form().OnUnload = [this] {
+        menus_["mnuProperty_ShowProperty"]->setChecked(false);
+        tools_["property"]->setChecked(false);
+      };
+      propertyView_->move(frameGeometry().topRight() + QPoint(8, 0));
+      propertyView_->show();
+    } else if (propertyView_) {
+      propertyView_->close();
+    }
+  });
+}
 
 void frmMenu::Tool(Long viewMode, const char* panelText, const char* trap) {
   Trap(trap, [this, viewMode, panelText] {
@@ -584,7 +620,10 @@ void frmMenu::mnuView_Window_Click() {
                                                                           : "FIT VIEW");
 }
 
-void frmMenu::mnuView_Clip_Click() {}
+void frmMenu::mnuView_Clip_Click() {
+  ClipDialog dlg(this);
+  dlg.exec();
+}
 
 void frmMenu::mnuOption_Click() {
   Trap("Error..[Option]", [this] {
@@ -683,6 +722,7 @@ void frmMenu::closeEvent(QCloseEvent* e) {
       Save_Option();
       if (stress_) stress_->close(); // after the save: a plot in force is kept for the next start
       if (help_) help_->close();
+      if (propertyView_) propertyView_->close();
       hooks() = MainWindowHooks{};
       Reset_Session();
     });

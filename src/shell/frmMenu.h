@@ -3,6 +3,7 @@
 // with one handler per command.
 #include "shell/HelpWindow.h"
 #include "shell/StressWindow.h"
+#include "shell/PropertyViewWindow.h"
 #include "view/View.h"
 
 #include <QMainWindow>
@@ -42,8 +43,6 @@ public:
   void Form_MouseMove(int Button, int Shift, Single X, Single Y);
   void Form_MouseUp(int Button, int Shift, Single X, Single Y);
   void Form_DblClick();
-  // Mouse tool 6 at the release: the box as a bitmap file.
-  void BitmapBox(double downX, double downY, double upX, double upY);
   // The coordinate dialog on the selected node.
   void ShowCoordDialog();
   // The gesture between a press and its release.
@@ -63,6 +62,7 @@ public:
   QMenu* Popup() const { return popup_; }
   GLView* Surface() const { return view_; }
   QToolBar* Toolbar1() const { return toolbar_; }
+  PropertyViewWindow* PropertyView() const { return propertyView_; }
   int HelpContext() const;
 
   // Commands.
@@ -72,6 +72,9 @@ public:
   void mnuFile_ReportAll_Click();
   void mnuFile_Report_Grid_Click();
   void mnuCreate_BMP_Click();
+  // What the bitmap tool does when the button goes up after a drag from
+  // (downX, downY) to (upX, upY): a box with a size in both directions is saved.
+  void BitmapBox(double downX, double downY, double upX, double upY);
   void mnuFile_Exit_Click();
   void mnuBeam_Beam_Click();
   void mnuMoveNodeX_Click();
@@ -157,6 +160,7 @@ private:
   QMenu* popup_ = nullptr;
   QPointer<HelpWindow> help_;
   QPointer<StressWindow> stress_;
+  QPointer<PropertyViewWindow> propertyView_;
   QMap<QString, QAction*> menus_;
   QMap<QString, QAction*> tools_;
   QMap<QString, std::function<void()>> toolHandlers_; // by the key of the button

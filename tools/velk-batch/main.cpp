@@ -9,6 +9,7 @@
 #include "forms/frmBeamShape.h"
 #include "forms/frmEigen.h"
 #include "session/ProjectFile.h"
+#include "session/ReportCommands.h"
 #include "session/VELKMain.h"
 
 #include <cstdio>
@@ -43,6 +44,10 @@ const char* kUsage =
     "      estimate comes from the project unless --estimate is given. -o saves the\n"
     "      project with the results; --listing and --deck keep copies of the listing\n"
     "      and the deck. Exit status 1 when no eigenvalue was found.\n"
+    "  velk-batch report IN.inp -o OUT.vrp\n"
+    "  velk-batch grid IN.inp -o OUT.txt\n"
+    "      write the report file or the displacement grid of the project as it stands,\n"
+    "      as File > Create Report File does; no analysis is run (use run -o first).\n"
     "messages of a failure go to stderr, each as \"velk-batch: MESSAGE\".\n"
     "exit status: 0 success, 1 the command failed, 2 usage error\n";
 
@@ -293,6 +298,28 @@ int Run(const std::vector<std::string>& args) {
   return copied ? 0 : 1;
 }
 
+// `report` and `grid`: the project as it stands into one of the report files.
+int Report(const std::vector<std::string>& args, bool (*write)(const std::string&)) {
+  std::string in, out;
+  for (std::size_t i = 0; i < args.size(); ++i) {
+    if (args[i] == "-o") {
+      if (i + 1 >= args.size()) return Usage("-o needs a file name");
+      out = args[++i];
+    } else if (!args[i].empty() && args[i][0] != '-' && in.empty()) {
+      in = args[i];
+    } else {
+      return Usage("unexpected argument '" + args[i] + "'");
+    }
+  }
+  if (in.empty() || out.empty()) return Usage("a project file and -o OUT are needed");
+  BatchHost host;
+  InstallHost(&host);
+  bool read = false;
+  if (!Run_File_Command("File Open Error!", [&] { read = Open_Project_File(in); }) || !read)
+    return 1;
+  return write(out) ? 0 : 1;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -310,6 +337,8 @@ int main(int argc, char** argv) {
     if (cmd == "generate") return Generate(args);
     if (cmd == "info") return Info(args);
     if (cmd == "run") return Run(args);
+    if (cmd == "report") return Report(args, Write_Report_Path);
+    if (cmd == "grid") return Report(args, Write_GridFile_Path);
   } catch (const std::exception& e) {
     std::cerr << "velk-batch: " << e.what() << '\n';
     return 1;

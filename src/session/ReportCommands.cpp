@@ -1,0 +1,57 @@
+#include "session/ReportCommands.h"
+
+#include "common/TextFile.h"
+#include "reports/GridFile.h"
+#include "reports/ReportFile.h"
+#include "session/ProjectFile.h"
+#include "session/VELKMain.h"
+
+namespace velk {
+
+namespace {
+
+void ReportFileStep(const std::string& path) {
+  OutFile file(path);
+  Write_Report_To(file, gAnalysis(), gMesh());
+  file.Close();
+}
+
+void GridFileStep(const std::string& path) {
+  OutFile file(path);
+  Write_GridFile_To(file, gAnalysis(), gMesh().Nodes());
+  file.Close();
+}
+
+// The reports share the common dialog with the project commands: its flags
+// stay as the last command left them, and the name starts empty.
+template <class Step> void SaveThroughDialog(const char* title, const char* filter, Step step) {
+  FileDialog& d = session().cdlFile;
+  Run_File_Command("File Error!", [&] {
+    d.DialogTitle = title;
+    d.Filter = filter;
+    d.FilterIndex = 2;
+    d.FileName.clear();
+    if (!host().ShowSave(d)) Raise(errCancel);
+    step(d.FileName);
+  });
+}
+
+} // namespace
+
+void Write_Report() {
+  SaveThroughDialog("Save Report File As", kReportFilter, ReportFileStep);
+}
+
+void Write_GridFile() {
+  SaveThroughDialog("Save Grid File As", kGridFilter, GridFileStep);
+}
+
+bool Write_Report_Path(const std::string& path) {
+  return Run_File_Command("File Error!", [&] { ReportFileStep(path); });
+}
+
+bool Write_GridFile_Path(const std::string& path) {
+  return Run_File_Command("File Error!", [&] { GridFileStep(path); });
+}
+
+} // namespace velk

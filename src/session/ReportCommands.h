@@ -1,0 +1,16 @@
+#pragma once
+// The report and the displacement grid of the session's model: the commands
+// with their save dialogs, and the same without a dialog for a build without
+// windows. Failures go the way of every file command ("File Error!").
+#include <string>
+
+namespace velk {
+
+void Write_Report();
+void Write_GridFile();
+
+// True when the file has been written; false after the messages of a failure.
+bool Write_Report_Path(const std::string& path);
+bool Write_GridFile_Path(const std::string& path);
+
+} // namespace velk
