@@ -46,8 +46,8 @@ void ScaleNodes(Mesh& mesh, const Selection& sel, View& view, EditAxis axis, boo
   const Integer target = TextToInteger(Ask("Input Target Node ID"));
   Nodes& nodes = mesh.Nodes();
   if (ref > nodes.Count() || target > nodes.Count()) return;
-  const Single distance = TextToSingle(
-      Ask(axis == EditAxis::X ? "Move in X Direction by" : "Move in Y Direction by"));
+  const Single distance =
+      TextToSingle(Ask(axis == EditAxis::X ? "Move in X Direction by" : "Move in Y Direction by"));
   // Read once: moving the reference or the target below does not alter them.
   const Nodeb& r = *nodes.Item(ref);
   const Nodeb& t = *nodes.Item(target);

@@ -5,18 +5,18 @@
 #include "common/TextRules.h"
 #include "editing/Selection.h"
 #include "mesh/GeometryEdit.h"
-#include "session/ProjectFile.h"
-#include "session/VELKMain.h"
 #include "reports/Bitmap.h"
+#include "session/ProjectFile.h"
 #include "session/ReportCommands.h"
+#include "session/VELKMain.h"
 #include "shell/BeamShapeDialog.h"
 #include "shell/ClipDialog.h"
 #include "shell/EigenDialog.h"
 #include "shell/GLView.h"
 #include "shell/HelpWindow.h"
 #include "shell/OptionDialog.h"
-#include "shell/StressWindow.h"
 #include "shell/PropertyViewWindow.h"
+#include "shell/StressWindow.h"
 #include "shell/frmAbout.h"
 #include "view/DrawBitmap.h"
 #include "view/DrawModel.h"
@@ -234,9 +234,9 @@ void frmMenu::BuildModelMenus() {
   AddMenu(prop, "mnuProperty_DeleteProperty", "Delete Property",
           [this] { mnuProperty_DeleteProperty_Click(); });
   AddMenu(prop, "mnuProperty_Space_1", "-");
-  AddMenu(prop, "mnuProperty_ShowProperty", "Show Property Window",
-          [this] { mnuProperty_ShowProperty_Click(); })
-      ->setCheckable(true);
+  AddMenu(prop, "mnuProperty_ShowProperty", "Show Property Window", [this] {
+    mnuProperty_ShowProperty_Click();
+  })->setCheckable(true);
 }
 
 // View, Results and Help.
@@ -560,12 +560,10 @@ void frmMenu::mnuProperty_CopyProperty_Click() {
   Trap("Error..[Property Copy]", [] { gSelection().Copy(); });
 }
 void frmMenu::mnuProperty_PasteProperty_Click() {
-  Trap("Error..[Property Paste]",
-       [] { gSelection().Paste(gMesh(), gView().PropertyMode); });
+  Trap("Error..[Property Paste]", [] { gSelection().Paste(gMesh(), gView().PropertyMode); });
 }
 void frmMenu::mnuProperty_DeleteProperty_Click() {
-  Trap("Error..[Property Delete]",
-       [] { gSelection().Delete(gMesh(), gView().PropertyMode); });
+  Trap("Error..[Property Delete]", [] { gSelection().Delete(gMesh(), gView().PropertyMode); });
 }
 // The menu's check says whether the window is open; the tool bar button follows it.
 void frmMenu::mnuProperty_ShowProperty_Click() {

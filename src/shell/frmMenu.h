@@ -2,8 +2,8 @@
 // The main window: menu bar, popup, tool bar, status bar and the GL surface,
 // with one handler per command.
 #include "shell/HelpWindow.h"
-#include "shell/StressWindow.h"
 #include "shell/PropertyViewWindow.h"
+#include "shell/StressWindow.h"
 #include "view/View.h"
 
 #include <QMainWindow>

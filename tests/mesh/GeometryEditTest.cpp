@@ -52,7 +52,7 @@ TEST_F(GeometryEditTest, ProportionalMoveOnAColumnShearsAndTheTaperMovesNothing)
   Answer({"1", "4", "2"});
   Edit_Mesh_PMove_NodeX(gMesh(), all, view);
   EXPECT_EQ(host.prompts, (std::vector<std::string>{"Input Ref. Node ID", "Input Target Node ID",
-                                                     "Move in X Direction by"}));
+                                                    "Move in X Direction by"}));
   for (long id = 1; id <= 60; ++id) {
     const Nodeb& n = *gMesh().Nodes().Item(id);
     EXPECT_NEAR(Moved(id, true), n.ycoord / 16.5f * 2, 1e-5) << id;
@@ -60,7 +60,8 @@ TEST_F(GeometryEditTest, ProportionalMoveOnAColumnShearsAndTheTaperMovesNothing)
   }
   // Element centres follow the corners.
   const fourNode& p = *gMesh().fourNodes().Item(1);
-  EXPECT_FLOAT_EQ(p.CPX, (p.Node1->xcoord + p.Node2->xcoord + p.Node3->xcoord + p.Node4->xcoord) / 4);
+  EXPECT_FLOAT_EQ(p.CPX,
+                  (p.Node1->xcoord + p.Node2->xcoord + p.Node3->xcoord + p.Node4->xcoord) / 4);
   Build(); // a fresh girder
   Answer({"1", "4", "2"});
   Edit_Mesh_Rotate_NodeX(gMesh(), all, view);
@@ -96,9 +97,9 @@ TEST_F(GeometryEditTest, FailuresMoveNothing) {
   Answer({"1", "abc"});
   Edit_Mesh_Rotate_NodeX(gMesh(), all, view);
   Edit_Mesh_PMove_NodeY(gMesh(), Selection{}, view); // nothing selected: no question
-  EXPECT_EQ(host.Texts(), (std::vector<std::string>{"Error..[Proportional/X]", "Error..[Rotate/Y]",
-                                                     "Error..[Rotate/X]",
-                                                     "Error..[Proportional/Y]"}));
+  EXPECT_EQ(host.Texts(),
+            (std::vector<std::string>{"Error..[Proportional/X]", "Error..[Rotate/Y]",
+                                      "Error..[Rotate/X]", "Error..[Proportional/Y]"}));
   // Silent ends: a target beyond the nodes, plates selected.
   Answer({"1", "61"});
   Edit_Mesh_PMove_NodeX(gMesh(), all, view);

@@ -24,10 +24,10 @@ void GeneratePlate(frmMenu& menu) {
   dlg.show();
   QTRY_COMPARE(dlg.Field("txtBL")->text(), QString("120"));
   const std::pair<const char*, const char*> fields[] = {
-      {"txtBL", "10"},  {"txtBWH", "10"},  {"txtBWT", "0.1"},  {"txtBTFW", "0"},
-      {"txtBTFT", "0"}, {"txtBBFW", "0"},  {"txtBBFT", "0"},   {"txtBWHE", "10"},
-      {"txtBWTE", "0.1"}, {"txtBTFWE", "0"}, {"txtBTFTE", "0"}, {"txtBBFWE", "0"},
-      {"txtBBFTE", "0"}, {"txtMOE", "1000"}, {"txtPR", "0.3"},  {"txtNumXElements", "6"},
+      {"txtBL", "10"},         {"txtBWH", "10"},   {"txtBWT", "0.1"}, {"txtBTFW", "0"},
+      {"txtBTFT", "0"},        {"txtBBFW", "0"},   {"txtBBFT", "0"},  {"txtBWHE", "10"},
+      {"txtBWTE", "0.1"},      {"txtBTFWE", "0"},  {"txtBTFTE", "0"}, {"txtBBFWE", "0"},
+      {"txtBBFTE", "0"},       {"txtMOE", "1000"}, {"txtPR", "0.3"},  {"txtNumXElements", "6"},
       {"txtNumYElements", "6"}};
   for (auto [name, text] : fields)
     dlg.Field(name)->setText(text);
@@ -145,7 +145,8 @@ private slots:
     Drag(gl, QPoint(100, row), QPoint(130, row));
     QCOMPARE(gView().ViewY, 0.0);
     const int after = LeftEdge(s.menu->Surface()->grabFramebuffer(), row);
-    QVERIFY2(std::abs(after - before - 60) <= 1, qPrintable(QString("%1 -> %2").arg(before).arg(after)));
+    QVERIFY2(std::abs(after - before - 60) <= 1,
+             qPrintable(QString("%1 -> %2").arg(before).arg(after)));
     // A drag across the whole width turns by 90 degrees, and adds 100% to the zoom.
     s.menu->mnuRotateXY_Click();
     const QPoint left(0, row), right(gl->width(), row);

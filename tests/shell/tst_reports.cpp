@@ -49,7 +49,15 @@ private slots:
     s.host.saveAnswers = {path.toStdString()};
     const QPoint centre = CameraPoint(frame.size(), 5, 5); // the plate's middle
     const int left = centre.x() - 50, top = centre.y() - 30;
-    s.menu->BitmapBox(left + 100.4, top + 60, left + 0.2, top);
+    // Dragged with the bitmap tool from bottom right to top left.
+    s.menu->mnuCreate_BMP_Click();
+    QWidget* gl = s.menu->Surface();
+    QTest::mousePress(gl, Qt::LeftButton, {}, QPoint(left + 100, top + 60));
+    QMouseEvent move(QEvent::MouseMove, QPointF(left + 50, top + 30),
+                     gl->mapToGlobal(QPointF(left + 50, top + 30)), Qt::NoButton, Qt::LeftButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(gl, &move);
+    QTest::mouseRelease(gl, Qt::LeftButton, {}, QPoint(left, top));
     QCOMPARE(s.host.dialogsShown.back().DialogTitle, std::string("Save Bitmap"));
     const QImage box(path);
     QCOMPARE(box.size(), QSize(101, 60));
@@ -61,7 +69,8 @@ private slots:
       }
     QVERIFY(marked > 100);
     s.host.dialogsShown.clear();
-    s.menu->BitmapBox(40, 30, 90, 30);
+    QTest::mousePress(gl, Qt::LeftButton, {}, QPoint(40, 30));
+    QTest::mouseRelease(gl, Qt::LeftButton, {}, QPoint(90, 30));
     QVERIFY(s.host.dialogsShown.empty());
     s.host.saveAnswers = {QDir(s.dir.path()).filePath("no/such/box.bmp").toStdString()};
     s.host.messages.clear();
