@@ -7,9 +7,11 @@
 #include "session/ProjectFile.h"
 #include "session/VELKMain.h"
 #include "shell/BeamShapeDialog.h"
+#include "shell/CoordDialog.h"
 #include "shell/EigenDialog.h"
 #include "shell/GLView.h"
 #include "shell/HelpWindow.h"
+#include "shell/PropertyDialogs.h"
 #include "shell/frmAbout.h"
 #include "view/DrawModel.h"
 #include "view/View.h"
@@ -502,7 +504,22 @@ void frmMenu::EditMode(Long propertyMode, const char* trap) {
   });
 }
 
-void frmMenu::mnuProperty_SetProperty_Click() {}
+void frmMenu::mnuProperty_SetProperty_Click() {
+  Trap("Error..[Property Set]", [this] {
+    if (gSelection().SelectedCounter() == 0) return;
+    if (const auto dlg = NewPropertyDialog(gView().PropertyMode, this)) dlg->exec();
+  });
+}
+
+void frmMenu::ShowCoordDialog() {
+  Trap(nullptr, [this] { // the double click has no message of its own
+    if (gSelection().SelectedCounter() < 1) return;
+    const auto* node = std::get_if<std::shared_ptr<Nodeb>>(&gSelection().Item(1));
+    if (!node || !*node) return;
+    CoordDialog dlg(*node, this);
+    dlg.exec();
+  });
+}
 void frmMenu::mnuProperty_CopyProperty_Click() {}
 void frmMenu::mnuProperty_PasteProperty_Click() {}
 void frmMenu::mnuProperty_DeleteProperty_Click() {}

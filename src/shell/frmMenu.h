@@ -30,6 +30,8 @@ public:
   void UpdateFont(int fontsizedata);
   void Paint();
   void ShowCoordinatesAt(const QPoint& p) { ShowCoordinates(p); }
+  // "Nodal Coordinates" on the first selected object, if that is a node.
+  void ShowCoordDialog();
 
   // For tests and the help: the parts by name.
   QAction* Menu(const QString& name) const { return menus_.value(name); }
