@@ -101,6 +101,7 @@ private slots:
     else if (mode == 2) gSelection().AddObject(bar);
     else gSelection().AddObject(node);
 
+    s.host.messages.clear(); // the settings file the start missed
     QString seen;
     const auto watch = WhenModal([&](QDialog* dlg) {
       seen = dlg->windowTitle() + ": " + Labels(dlg).join(" ");
