@@ -7,7 +7,8 @@
 namespace velk {
 
 bool PropertyForm::ReadNumbers(const std::vector<Number>& fields) {
-  if (!std::all_of(fields.begin(), fields.end(), [](const Number& f) { return IsNumeric(*f.text); })) {
+  if (!std::all_of(fields.begin(), fields.end(),
+                   [](const Number& f) { return IsNumeric(*f.text); })) {
     MsgBox(kNumbersMessage);
     return false;
   }

@@ -2,6 +2,7 @@
 // What the five property dialogs share: the fields come from the first
 // selected object, Apply checks every field before anything is written, then
 // writes each selected object, updates its flags and runs the follow-up.
+#include "common/Fault.h"
 #include "common/Host.h"
 #include "common/TextRules.h"
 #include "editing/Selection.h"
@@ -39,7 +40,7 @@ protected:
   // selection fails here, inside the caller's trap.
   template <class T> static T& Selected(Long index) {
     const std::shared_ptr<T>& p = std::get<std::shared_ptr<T>>(gSelection().Item(index));
-    if (!p) throw std::bad_variant_access();
+    if (!p) Raise(errObjectNotSet);
     return *p;
   }
 

@@ -17,7 +17,7 @@ public:
   std::string txtY; // value of the Y displacement
 
   void Form_Activate() { Fill_Fields(); }
-  void Command1_Click(); // "Apply"
+  void Command1_Click();                     // "Apply"
   void Command2_Click() { Unloaded = true; } // "Close"
 
 private:

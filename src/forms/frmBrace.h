@@ -15,7 +15,7 @@ public:
   std::string txtYR; // "Rotation about Y"
 
   void Form_Activate() { Fill_Fields(); }
-  void Command1_Click(); // "Apply"
+  void Command1_Click();                     // "Apply"
   void Command2_Click() { Unloaded = true; } // "Close"
 
 private:

@@ -11,12 +11,15 @@ void frmLoad::Fill_Fields() {
 
 void frmLoad::cmdApply_Click() {
   Single x = 0, y = 0;
-  ApplyToSelection<Nodeb>([&] { return ReadNumbers({{&txtLoadX, &x}, {&txtLoadY, &y}}); },
-                          [&](Nodeb& n) {
-                            n.XLoad = x;
-                            n.YLoad = y;
-                          },
-                          [] {}); // a load changes no numbering
+  ApplyToSelection<Nodeb>(
+      [&] {
+        return ReadNumbers({{&txtLoadX, &x}, {&txtLoadY, &y}});
+      },
+      [&](Nodeb& n) {
+        n.XLoad = x;
+        n.YLoad = y;
+      },
+      [] {}); // a load changes no numbering
 }
 
 } // namespace velk

@@ -57,7 +57,7 @@ void BoundDialog::Finish(std::initializer_list<QPushButton*> commands) {
     buttons->addWidget(b);
   static_cast<QVBoxLayout*>(layout())->addLayout(buttons);
   if (commands.size() > 0) (*commands.begin())->setDefault(true); // Enter applies
-  layout()->setSizeConstraint(QLayout::SetFixedSize); // follows the label texts
+  layout()->setSizeConstraint(QLayout::SetFixedSize);             // follows the label texts
 }
 
 void BoundDialog::Run(const std::function<void()>& handler) {

@@ -13,8 +13,8 @@ namespace velk {
 namespace {
 
 // Help contexts of the dialogs (contexts.txt).
-constexpr int kPlateHelp = 20131, kStiffenerHelp = 20132, kBoundaryHelp = 20133,
-              kBraceHelp = 20134, kLoadHelp = 20135;
+constexpr int kPlateHelp = 20131, kStiffenerHelp = 20132, kBoundaryHelp = 20133, kBraceHelp = 20134,
+              kLoadHelp = 20135;
 
 void AddRow(QGridLayout* rows, const char* caption, QWidget* field) {
   const int r = rows->rowCount();
@@ -24,7 +24,8 @@ void AddRow(QGridLayout* rows, const char* caption, QWidget* field) {
 
 } // namespace
 
-PlateDialog::PlateDialog(QWidget* parent) : PropertyDialog(parent, "frmPlate", "Plate", kPlateHelp) {
+PlateDialog::PlateDialog(QWidget* parent)
+    : PropertyDialog(parent, "frmPlate", "Plate", kPlateHelp) {
   Bind();
   AddRow(Rows(), "Thickness", Field(&form_.txtthick, "txtthick"));
   Finish({Command("cmdApply", "Apply", [this] { form_.cmdApply_Click(); }),
@@ -89,12 +90,18 @@ LoadDialog::LoadDialog(QWidget* parent) : PropertyDialog(parent, "frmLoad", "Loa
 
 std::unique_ptr<QDialog> NewPropertyDialog(Long propertyMode, QWidget* parent) {
   switch (propertyMode) {
-  case PropertyModes::Plate: return std::make_unique<PlateDialog>(parent);
-  case PropertyModes::Stiffener: return std::make_unique<StiffenerDialog>(parent);
-  case PropertyModes::Boundary: return std::make_unique<BoundaryDialog>(parent);
-  case PropertyModes::Brace: return std::make_unique<BraceDialog>(parent);
-  case PropertyModes::Load: return std::make_unique<LoadDialog>(parent);
-  default: return nullptr;
+  case PropertyModes::Plate:
+    return std::make_unique<PlateDialog>(parent);
+  case PropertyModes::Stiffener:
+    return std::make_unique<StiffenerDialog>(parent);
+  case PropertyModes::Boundary:
+    return std::make_unique<BoundaryDialog>(parent);
+  case PropertyModes::Brace:
+    return std::make_unique<BraceDialog>(parent);
+  case PropertyModes::Load:
+    return std::make_unique<LoadDialog>(parent);
+  default:
+    return nullptr;
   }
 }
 
