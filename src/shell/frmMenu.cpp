@@ -11,10 +11,12 @@
 #include "session/VELKMain.h"
 #include "shell/BeamShapeDialog.h"
 #include "shell/ClipDialog.h"
+#include "shell/CoordDialog.h"
 #include "shell/EigenDialog.h"
 #include "shell/GLView.h"
 #include "shell/HelpWindow.h"
 #include "shell/OptionDialog.h"
+#include "shell/PropertyDialogs.h"
 #include "shell/PropertyViewWindow.h"
 #include "shell/StressWindow.h"
 #include "shell/frmAbout.h"
@@ -554,7 +556,22 @@ void frmMenu::EditMode(Long propertyMode, const char* trap) {
   });
 }
 
-void frmMenu::mnuProperty_SetProperty_Click() {}
+void frmMenu::mnuProperty_SetProperty_Click() {
+  Trap("Error..[Property Set]", [this] {
+    if (gSelection().SelectedCounter() == 0) return;
+    if (const auto dlg = NewPropertyDialog(gView().PropertyMode, this)) dlg->exec();
+  });
+}
+
+void frmMenu::ShowCoordDialog() {
+  Trap(nullptr, [this] { // the double click has no message of its own
+    if (gSelection().SelectedCounter() < 1) return;
+    const auto* node = std::get_if<std::shared_ptr<Nodeb>>(&gSelection().Item(1));
+    if (!node || !*node) return;
+    CoordDialog dlg(*node, this);
+    dlg.exec();
+  });
+}
 // The clipboard commands leave the picture to the next frame.
 void frmMenu::mnuProperty_CopyProperty_Click() {
   Trap("Error..[Property Copy]", [] { gSelection().Copy(); });
