@@ -35,8 +35,10 @@ void GeneratePlate(frmMenu& menu) {
   QCOMPARE(gMesh().Nodes().Count(), 49L);
 }
 
-// Where a model point stands on the surface, in client pixels.
+// Where a model point stands on the surface, in client pixels, once the
+// picture the user points at is on the screen.
 QPoint At(frmMenu& menu, double x, double y) {
+  menu.Surface()->grabFramebuffer();
   return CameraPoint(menu.Surface()->size(), x, y);
 }
 
@@ -69,6 +71,61 @@ int LeftEdge(const QImage& img, int y) {
     if (c == Qt::black || IsThickestPlateFill(c)) return x;
   }
   return -1;
+}
+
+// Answers the next modal dialog that `open` brings up; one left open is closed
+// so that a failed Apply cannot hang the test.
+bool Answer(const std::function<void()>& open, const std::function<void(QDialog*)>& fill) {
+  bool answered = false;
+  QTimer t;
+  QObject::connect(&t, &QTimer::timeout, [&] {
+    auto* d = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (answered || !d || !d->isVisible()) return;
+    answered = true;
+    fill(d);
+    if (d->isVisible()) d->reject();
+  });
+  t.start(10);
+  open();
+  return answered;
+}
+
+void Type(QDialog* d, const char* field, const char* text) {
+  auto* e = d->findChild<QLineEdit*>(field);
+  QVERIFY2(e, field);
+  e->setFocus();
+  QTest::keyClick(e, Qt::Key_A, Qt::ControlModifier);
+  QTest::keyClicks(e, text);
+}
+
+void Click(QDialog* d, const char* name) {
+  auto* b = d->findChild<QAbstractButton*>(name);
+  QVERIFY2(b, name);
+  QTest::mouseClick(b, Qt::LeftButton);
+}
+
+// Set Property from the tool bar on the selection: the boundary dialog's
+// boxes clicked into the wanted state (it opens with the first node's), or
+// the load dialog's X field filled.
+bool Restrain(frmMenu& menu, std::initializer_list<int> boxes) {
+  return Answer([&] { menu.ToolButton("set")->trigger(); },
+                [&](QDialog* d) {
+                  for (int k = 0; k < 5; ++k) {
+                    const QString name = QString("Check1_%1").arg(k);
+                    auto* b = d->findChild<QAbstractButton*>(name);
+                    QVERIFY2(b, qPrintable(name));
+                    if (b->isChecked() != (std::find(boxes.begin(), boxes.end(), k) != boxes.end()))
+                      QTest::mouseClick(b, Qt::LeftButton);
+                  }
+                  Click(d, "Command1");
+                });
+}
+bool LoadX(frmMenu& menu, const char* value) {
+  return Answer([&] { menu.ToolButton("set")->trigger(); },
+                [&](QDialog* d) {
+                  Type(d, "txtLoadX", value);
+                  Click(d, "cmdApply");
+                });
 }
 
 } // namespace
@@ -130,6 +187,50 @@ private slots:
     s.menu->mnuTranslate_Click();
     Move(gl, At(*s.menu, 2.5, 7.4));
     QCOMPARE(s.menu->Panel("x")->text(), QString());
+  }
+
+  // From a new session to the buckling load of the simply supported plate
+  // example with nothing but the mouse and the dialogs.
+  void aPlateBuiltByHandBucklesAsTheExample() {
+    ShellSession s;
+    GeneratePlate(*s.menu);
+    QWidget* gl = s.menu->Surface();
+    frmMenu& m = *s.menu;
+    auto box = [&](double x0, double y0, double x1, double y1) {
+      Drag(gl, At(m, x0, y0), At(m, x1, y1));
+      return gSelection().SelectedCounter();
+    };
+    m.ToolButton("boundary")->trigger();
+    QCOMPARE(box(-0.5, 10.5, 0.5, -0.5), 7); // x = 0: u and w
+    QVERIFY(Restrain(m, {0, 2}));
+    QCOMPARE(box(9.5, 10.5, 10.5, -0.5), 7); // x = 10: w
+    QVERIFY(Restrain(m, {2}));
+    QCOMPARE(box(0.8, 0.5, 9.2, -0.5), 5); // bottom and top between the corners: w
+    QVERIFY(Restrain(m, {2}));
+    QCOMPARE(box(0.8, 10.5, 9.2, 9.5), 5);
+    QVERIFY(Restrain(m, {2}));
+    QTest::mouseClick(gl, Qt::LeftButton, {}, At(m, 0.1, 0.2)); // the origin: u, v, w
+    QCOMPARE(SelectedIDs(), std::vector<Long>{1});
+    QVERIFY(Restrain(m, {0, 1, 2}));
+    // A unit compression per length on x = 10: half shares at the corners.
+    m.ToolButton("load")->trigger();
+    QCOMPARE(box(9.5, 9.2, 10.5, 0.8), 5);
+    QVERIFY(LoadX(m, "-1.666667"));
+    QTest::mouseClick(gl, Qt::LeftButton, {}, At(m, 10, 0));
+    QTest::mouseClick(gl, Qt::LeftButton, Qt::ShiftModifier, At(m, 10, 10));
+    QCOMPARE(SelectedIDs(), (std::vector<Long>{43, 49}));
+    QVERIFY(LoadX(m, "-0.8333333"));
+    int restrained = 0;
+    for (const auto& n : gMesh().Nodes())
+      restrained += IsTrue(n->ZTDir());
+    QCOMPARE(restrained, 24);
+    s.host.messages.clear();
+    QVERIFY(Answer([&] { m.Menu("mnuRun_Run")->trigger(); },
+                   [&](QDialog* d) {
+                     Type(d, "txtEstimation", "0");
+                     Click(d, "cmdApply");
+                   }));
+    QCOMPARE(s.host.Texts(), std::vector<std::string>{"Eigenvalue of 3.7480E-02"});
   }
 
   void dragToolsMoveThePicture() {
