@@ -4,9 +4,11 @@
 // the web's fill where the view's camera math puts a point of the web.
 #include "ShellFixture.h"
 
+#include "editing/Selection.h"
 #include "forms/frmEigen.h"
 #include "session/ProjectFile.h"
 #include "shell/BeamShapeDialog.h"
+#include "shell/PropertyDialogs.h"
 #include "shell/StressWindow.h"
 
 #include <QPushButton>
@@ -79,6 +81,21 @@ int main(int argc, char** argv) {
     gView().Zoom_All();
     failures += Save(menu, folder, "08-stress-plot-sx").isNull();
     failures += Save(menu->Stress(), folder, "09-plot-window").isNull();
+    menu->mnuStressPlot_Click();
+    // Picking: the plate example in boundary mode, its loaded edge selected,
+    // and the boundary dialog on that selection.
+    failures += !Open_Project_Path(VELK_EXAMPLES_DIR "/simply-supported-plate.inp");
+    menu->mnuElements_Boundary_Click();
+    gView().OptionShowNodeNumber = gView().OptionShowPlateNumber = vbFalse;
+    gView().OptionSelectedMarker_Size = 12;
+    gView().ViewAngle();
+    for (const auto& n : gMesh().Nodes())
+      if (n->xcoord == 10) gSelection().AddObject(n);
+    menu->Paint();
+    failures += Save(menu, folder, "10-selection").isNull();
+    BoundaryDialog boundary(menu);
+    boundary.show();
+    failures += Save(&boundary, folder, "11-boundary-dialog").isNull();
   }
   std::printf("screenshots written to %s\n", qPrintable(folder));
   return failures;
