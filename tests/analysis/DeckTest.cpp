@@ -25,11 +25,8 @@ protected:
 TEST_F(DeckTest, OnePlateDeckIsWrittenRecordForRecord) {
   One_Plate(2, 2);
   Node(1)->XLoad = 0.000005f; // under the tolerance, alone: no record
-  Node(2)->XLoad = 0.000005f; // under, but the other value puts the node in
-  Node(2)->YLoad = 2;
-  Node(1)->SetXTDir(1);
-  Node(1)->SetYTDir(1);
-  Node(4)->SetXTDir(1);
+  Node(2)->XLoad = 0.000005f, Node(2)->YLoad = 2; // under, but the other value puts it in
+  Node(1)->SetXTDir(1), Node(1)->SetYTDir(1), Node(4)->SetXTDir(1);
   Node(3)->XTDirValue = 7;     // a value without its flag is no restraint
   Node(3)->xtstiff = 0.00001f; // exactly the tolerance: not above it
   Node(4)->YRStiff = 3;

@@ -191,16 +191,12 @@ TEST(StiffenerBending, ClassicalBeamPlusTorsionAlongXAndY) {
   const Dense K[2] = {Beam({0, 10}, {1, 1}, t, w, 0, E, nu), Beam({2, 2}, {0, 8}, t, w, 0, E, nu)};
   // Row, column, value, in the order w1, rotation X 1, rotation Y 1, w2, ...:
   // along X w' = -rotation Y, along Y the beam twists about Y.
+  // clang-format off
   const std::vector<double> entries[2] = {
-      {0, 0, 12 * EI / 1000,
-       0, 2, -6 * EI / 100,
-       0, 3, -12 * EI / 1000,
-       0, 5, -6 * EI / 100,
-       2, 2, 4 * EI / 10,
-       2, 5, 2 * EI / 10,
-       1, 1, T10,
-       1, 4, -T10},
+      {0, 0, 12 * EI / 1000, 0, 2, -6 * EI / 100, 0, 3, -12 * EI / 1000, 0, 5, -6 * EI / 100,
+       2, 2, 4 * EI / 10,    2, 5, 2 * EI / 10,   1, 1, T10,             1, 4, -T10},
       {0, 1, 6 * EI / 64, 1, 1, 4 * EI / 8, 2, 2, T8, 2, 5, -T8}};
+  // clang-format on
   for (int b = 0; b < 2; ++b)
     for (std::size_t e = 0; e < entries[b].size(); e += 3)
       EXPECT_NEAR(K[b][int(entries[b][e])][int(entries[b][e + 1])], entries[b][e + 2], 1e-9)

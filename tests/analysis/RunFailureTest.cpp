@@ -24,9 +24,7 @@ TEST_F(RunEndTest, ArithmeticFailuresEndTheRunWithTheirMessage) {
       m.Nodes().Add(5, 5, i, std::to_string(i)); // four nodes, two loose
     m.GeneratevID();
     Nodeb &a = *m.Nodes().Item(1), &b = *m.Nodes().Item(2);
-    a.SetXTDir(1);
-    b.SetXTDir(1);
-    b.YLoad = 1;
+    a.SetXTDir(1), b.SetXTDir(1), b.YLoad = 1;
     b.InPDispX = 7; // an earlier result stays
     Run();
     EXPECT_EQ(host.Texts(), Texts{"Error: Divide by Zero!"});
@@ -66,9 +64,7 @@ TEST_F(RunEndTest, BandOverflowIsListedAndEndsTheRun) {
   // capacity of 9 columns holds the in-plane element but not the bending one.
   One_Plate(4, 1);
   Nodes& nodes = gMesh().Nodes();
-  nodes.Item(1)->SetXTDir(1);
-  nodes.Item(1)->SetYTDir(1);
-  nodes.Item(4)->SetXTDir(1);
+  nodes.Item(1)->SetXTDir(1), nodes.Item(1)->SetYTDir(1), nodes.Item(4)->SetXTDir(1);
   nodes.Item(2)->XLoad = -5;
   Run();
   EXPECT_EQ(host.Texts(), Texts{"Dimesnison of Stiffness Matrix Exceeded!:"});
@@ -159,8 +155,7 @@ TEST_F(RunEndTest, HandMadeRunRecordsGiveTheSameStructure) {
 TEST_F(RunEndTest, SpringOnAPrescribedFreedomDividesTheValue) {
   Simply_Supported_Plate(4);
   Nodeb& corner = GridNode(4, 0);
-  corner.SetXTDir(1);
-  corner.XTDirValue = -0.5f;
+  corner.SetXTDir(1), corner.XTDirValue = -0.5f;
   corner.xtstiff = 1; // v / (1 + k)
   corner.ZTStiff = 2; // and one out of plane: both blocks are listed
   corner.UpdatePropertyDefined();

@@ -83,9 +83,8 @@ TEST_F(RunTest, PlateResultsGoIntoTheModelAndTheListing) {
     EXPECT_NEAR(node->Sy, 0.0, 1e-3);
     EXPECT_NEAR(node->Mises, 10.0, 1e-3);
   }
-  EXPECT_EQ(GridNode(0, 0).NCP, 1);
-  EXPECT_EQ(GridNode(2, 0).NCP, 2);
-  EXPECT_EQ(GridNode(2, 2).NCP, 4);
+  EXPECT_EQ(std::make_tuple(GridNode(0, 0).NCP, GridNode(2, 0).NCP, GridNode(2, 2).NCP),
+            std::make_tuple(1, 2, 4));
   // The mode: one half-wave each way, w largest at the centre, edges still.
   EXPECT_EQ(GridNode(0, 2).zcoord, 0.0f);
   float largest = 0;
@@ -107,14 +106,11 @@ TEST_F(RunTest, PlateResultsGoIntoTheModelAndTheListing) {
                            "[EigenValue:" + Format(lambda, "0.0000E+00") + "]", "[Output Ends]"}));
   // The head: counts at column 50.
   Texts head{"Title:Plate", "Problem Discription:No Discription", "Run ID:0"};
-  const std::string what[] = {"Plate Elements",
-                              "Stiffener Elements",
-                              "Points",
-                              "Loaded Points  ",
-                              "In-plane Boundary Points",
-                              "Elastic Springs(In-Plane)",
-                              "Out-of-plane Boundary Points",
-                              "Elastic Springs(Out-of-plane)"};
+  // clang-format off
+  const std::string what[] = {"Plate Elements", "Stiffener Elements", "Points", "Loaded Points  ",
+      "In-plane Boundary Points", "Elastic Springs(In-Plane)", "Out-of-plane Boundary Points",
+      "Elastic Springs(Out-of-plane)"};
+  // clang-format on
   const int count[] = {16, 0, 25, 5, 5, 0, 16, 0};
   for (int i = 0; i < 8; ++i)
     head.push_back("Num. of " + what[i] + std::string(42 - what[i].size(), ' ') +
@@ -151,11 +147,11 @@ TEST_F(RunTest, PlateResultsGoIntoTheModelAndTheListing) {
     const Texts s = Section(l, title);
     EXPECT_EQ(Texts(s.begin(), s.begin() + std::min(s.size(), rows.size())), rows) << title;
   }
+  // clang-format off
   const std::pair<const char*, std::size_t> sizes[] = {{"[Nodal Info]", 26},
-                                                       {"[Plate Element Info]", 17},
-                                                       {"[Loads]", 6},
-                                                       {"[Stress: Plate Element]", 1 + 16 * 4},
-                                                       {"[Output Normalized Mode Shape]", 26}};
+      {"[Plate Element Info]", 17}, {"[Loads]", 6}, {"[Stress: Plate Element]", 1 + 16 * 4},
+      {"[Output Normalized Mode Shape]", 26}};
+  // clang-format on
   for (const auto& [title, size] : sizes)
     EXPECT_EQ(Section(l, title).size(), size) << title;
   // A corner: w held, the rotations free; w in the finer picture.
@@ -172,11 +168,8 @@ TEST_F(RunTest, ColumnOfStiffenersBucklesLikeEulerAndListsNoPlates) {
   Nodes& nodes = gMesh().Nodes();
   for (const auto& node : nodes)
     node->SetYTDir(1);
-  nodes.Item(1)->SetXTDir(1);
-  nodes.Item(1)->SetXRDir(1);
-  nodes.Item(1)->SetZTDir(1);
-  nodes.Item(n + 1)->SetZTDir(1);
-  nodes.Item(n + 1)->XLoad = -1;
+  nodes.Item(1)->SetXTDir(1), nodes.Item(1)->SetXRDir(1), nodes.Item(1)->SetZTDir(1);
+  nodes.Item(n + 1)->SetZTDir(1), nodes.Item(n + 1)->XLoad = -1;
   const double lambda = Run();
   const double EI = 1.0 * 1.0 * 1.0 * 29000 * 0.1 / 12; // width^3 E t / 12
   EXPECT_NEAR(lambda / (M_PI * M_PI * EI / 100), 1.0, 0.01);

@@ -39,6 +39,13 @@ std::shared_ptr<Nodeb> NodeOf(const Selection& s, Long i) {
   return std::get<std::shared_ptr<Nodeb>>(s.Item(i));
 }
 
+// `s` holding just the objects given, in order.
+template <class... T> Selection& Pick(Selection& s, const T&... objects) {
+  s.ClearSelectedItem();
+  (s.AddObject(objects), ...);
+  return s;
+}
+
 using SelectionTest = SessionTest;
 
 TEST_F(SelectionTest, ProjectionOfTheFrame) {
@@ -135,21 +142,13 @@ TEST_F(SelectionTest, ElementsByTheirCentresAndFaultsOfThePick) {
 TEST_F(SelectionTest, PasteAndDeleteOfNodePropertiesByEditMode) {
   Mesh& m = NodesAt({{0, 0}, {1, 0}, {2, 0}});
   auto src = m.Nodes().Item(1), a = m.Nodes().Item(2), b = m.Nodes().Item(3);
-  src->SetXTDir(1);
-  src->XTDirValue = 0.5f;
-  src->ZTStiff = 7;
-  src->XLoad = -3;
-  src->YLoad = 2;
-  a->SetZTDir(1);
-  a->YTStiff = 4;
+  src->SetXTDir(1), src->XTDirValue = 0.5f, src->ZTStiff = 7, src->XLoad = -3, src->YLoad = 2;
+  a->SetZTDir(1), a->YTStiff = 4;
   Selection s;
-  s.AddObject(src);
-  s.Copy();
+  Pick(s, src).Copy();
   s.ClearSelectedItem();
   EXPECT_TRUE(s.CopiedItem.has_value()); // clearing keeps the clipboard
-  s.AddObject(a);
-  s.AddObject(b);
-  s.Paste(m, PropertyModes::Load); // loads only
+  Pick(s, a, b).Paste(m, PropertyModes::Load); // loads only
   EXPECT_FLOAT_EQ(a->XLoad, -3);
   EXPECT_FLOAT_EQ(b->YLoad, 2);
   EXPECT_TRUE(a->ZTDir() && a->YTStiff == 4 && b->ZTStiff == 0);
@@ -162,8 +161,7 @@ TEST_F(SelectionTest, PasteAndDeleteOfNodePropertiesByEditMode) {
   s.Paste(m, PropertyModes::Brace);
   EXPECT_FLOAT_EQ(a->ZTStiff, 7);
   Selection only;
-  only.AddObject(src);
-  only.Delete(m, PropertyModes::Brace);
+  Pick(only, src).Delete(m, PropertyModes::Brace);
   EXPECT_EQ(only.SelectedCounter(), 0);
   EXPECT_FLOAT_EQ(src->ZTStiff, 0);
   EXPECT_FLOAT_EQ(src->XLoad, -3); // other kinds stay
@@ -184,27 +182,17 @@ TEST_F(SelectionTest, PasteAndDeleteOfElementsRenumber) {
   m.fourNodes().UpdateMaxThickness();
   Selection s;
   // A stiffener's property does not go onto plates.
-  s.AddObject(m.twoNodes().Item(1));
-  s.Copy();
-  s.ClearSelectedItem();
-  s.AddObject(p2);
-  s.Paste(m, PropertyModes::Plate);
+  Pick(s, m.twoNodes().Item(1)).Copy();
+  Pick(s, p2).Paste(m, PropertyModes::Plate);
   EXPECT_FLOAT_EQ(p2->Thickness, 0.4f);
   // The thin plate pasted onto the thick one: the largest thickness stays stale.
-  s.ClearSelectedItem();
-  s.AddObject(p1);
-  s.AddObject(p2);
-  s.Copy(); // the first counts
-  s.ClearSelectedItem();
-  s.AddObject(p2);
-  s.Paste(m, PropertyModes::Plate);
+  Pick(s, p1, p2).Copy(); // the first counts
+  Pick(s, p2).Paste(m, PropertyModes::Plate);
   EXPECT_FLOAT_EQ(p2->Thickness, 0.1f);
   EXPECT_FLOAT_EQ(m.fourNodes().MaxThickness(), 0.4f);
   // Deleting the first plate: it drops out of the numbering, and so do the
   // nodes that only it touched; the largest thickness is recomputed.
-  s.ClearSelectedItem();
-  s.AddObject(p1);
-  s.Delete(m, PropertyModes::Plate);
+  Pick(s, p1).Delete(m, PropertyModes::Plate);
   EXPECT_EQ(p1->vID, 0);
   EXPECT_EQ(p2->vID, 1);
   EXPECT_FLOAT_EQ(m.fourNodes().MaxThickness(), 0.1f);
@@ -212,14 +200,10 @@ TEST_F(SelectionTest, PasteAndDeleteOfElementsRenumber) {
   EXPECT_GT(GridNode(1, 0).vID, 0);
   // Stiffeners: a pasted section defines them and numbers them.
   auto t1 = m.twoNodes().Item(1), t2 = m.twoNodes().Item(2);
-  t1->width = 2;
-  t1->Thickness = 0.2f;
+  t1->width = 2, t1->Thickness = 0.2f;
   t1->UpdatePropertyDefined();
-  s.AddObject(t1);
-  s.Copy();
-  s.ClearSelectedItem();
-  s.AddObject(t2);
-  s.Paste(m, PropertyModes::Stiffener);
+  Pick(s, t1).Copy();
+  Pick(s, t2).Paste(m, PropertyModes::Stiffener);
   EXPECT_TRUE(t2->PropertyDefined);
   EXPECT_EQ(t2->vID, 2);
   s.Delete(m, PropertyModes::Stiffener);

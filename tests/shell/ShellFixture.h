@@ -8,9 +8,13 @@
 #include "shell/frmMenu.h"
 #include "view/View.h"
 
+#include <QApplication>
+#include <QDialog>
 #include <QDir>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <array>
+#include <functional>
 #include <memory>
 
 namespace velk::test {
@@ -51,6 +55,21 @@ inline QPoint CameraPoint(const QSize& surface, double x, double y, double z = 0
   const auto c = times(gView().Projection, times(gView().ModelView, {x, y, z, 1}));
   return {static_cast<int>((c[0] / c[3] + 1) / 2 * surface.width()),
           static_cast<int>((1 - c[1] / c[3]) / 2 * surface.height())};
+}
+
+// Answers the next modal dialog once it is up, while the timer lives; one the
+// answer leaves open is closed, so that a failed Apply cannot hang the test.
+inline std::unique_ptr<QTimer> WhenModal(std::function<void(QDialog*)> answer) {
+  auto timer = std::make_unique<QTimer>();
+  QObject::connect(timer.get(), &QTimer::timeout, [t = timer.get(), answer] {
+    auto* dlg = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (!dlg || !dlg->isVisible()) return;
+    t->stop();
+    answer(dlg);
+    if (dlg->isVisible()) dlg->reject();
+  });
+  timer->start(10);
+  return timer;
 }
 
 // The fill of the thickest plate, (1, 1, 0.7).

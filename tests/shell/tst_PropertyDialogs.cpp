@@ -16,21 +16,6 @@ using namespace velk::test;
 
 namespace {
 
-// Answers the next modal dialog once it is up, while the timer lives; one the
-// answer leaves open is closed, so that a failed Apply cannot hang the test.
-std::unique_ptr<QTimer> WhenModal(std::function<void(QDialog*)> answer) {
-  auto timer = std::make_unique<QTimer>();
-  QObject::connect(timer.get(), &QTimer::timeout, [t = timer.get(), answer] {
-    auto* dlg = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    if (!dlg || !dlg->isVisible()) return;
-    t->stop();
-    answer(dlg);
-    if (dlg->isVisible()) dlg->reject();
-  });
-  timer->start(10);
-  return timer;
-}
-
 // A missing widget is left out, and the comparisons after the dialog tell.
 void Type(QDialog* dlg, const QString& field, const QString& text) {
   if (auto* e = dlg->findChild<QLineEdit*>(field)) {

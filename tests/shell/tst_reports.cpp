@@ -17,19 +17,6 @@ using namespace velk::test;
 
 namespace {
 
-// Answers the next modal window that comes up with `answer`.
-void WhenModal(std::function<void(QWidget*)> answer) {
-  auto* timer = new QTimer;
-  QObject::connect(timer, &QTimer::timeout, [timer, answer] {
-    if (QWidget* w = QApplication::activeModalWidget()) {
-      timer->stop();
-      timer->deleteLater();
-      answer(w);
-    }
-  });
-  timer->start(10);
-}
-
 bool IsWhite(const QColor& c) {
   return c == QColor(255, 255, 255);
 }
@@ -95,9 +82,9 @@ private slots:
     QVERIFY(table->Text()->toPlainText().contains(QString::fromStdString(row)));
 
     const QString pdf = QDir(s.dir.path()).filePath("table.pdf");
-    WhenModal([pdf](QWidget* w) {
+    const auto print = WhenModal([pdf](QDialog* w) {
       auto* dialog = qobject_cast<QPrintDialog*>(w);
-      if (!dialog) return static_cast<QDialog*>(w)->reject();
+      if (!dialog) return;
       if (auto* name = dialog->findChild<QLineEdit*>("filename")) name->setText(pdf);
       dialog->printer()->setOutputFileName(pdf);
       dialog->accept();
@@ -127,9 +114,9 @@ private slots:
       return img.pixelColor(CameraPoint(img.size(), x, y));
     };
     QVERIFY(!IsWhite(pixel(7.5, 2.5)));
-    WhenModal([](QWidget* w) {
+    const auto close = WhenModal([](QDialog* w) {
       auto* clip = qobject_cast<ClipDialog*>(w);
-      if (!clip) return static_cast<QDialog*>(w)->reject();
+      if (!clip) return;
       clip->Slider("sldHEnd")->setValue(5);
       clip->findChild<QPushButton*>("cmdClose")->click();
     });
