@@ -135,8 +135,10 @@ class tst_picking : public QObject {
 private slots:
   void clicksAndBoxesPickWhatIsUnderThePointer() {
     ShellSession s;
-    GeneratePlate(*s.menu);
     QWidget* gl = s.menu->Surface();
+    QTest::mouseClick(gl, Qt::LeftButton, {}, QPoint(50, 50)); // no model: nothing, silently
+    QCOMPARE(gSelection().SelectedCounter(), 0);
+    GeneratePlate(*s.menu);
     s.menu->mnuElements_Boundary_Click();
     s.menu->Surface()->grabFramebuffer();
     // Our projection is GLU's, to the last bit, on the frame on the screen.
@@ -187,6 +189,19 @@ private slots:
     s.menu->mnuTranslate_Click();
     Move(gl, At(*s.menu, 2.5, 7.4));
     QCOMPARE(s.menu->Panel("x")->text(), QString());
+    // A node beyond the 16-bit range: the release's trap, and the next
+    // gesture works again.
+    s.menu->mnuView_Selection_Click();
+    s.menu->mnuElements_Load_Click();
+    gMesh().Nodes().Item(3)->xcoord = 40000;
+    s.host.messages.clear();
+    QTest::mouseClick(gl, Qt::LeftButton, {}, At(*s.menu, 5, 5));
+    QCOMPARE(s.host.Texts(), std::vector<std::string>{"Error..[Form_MouseUp]"});
+    QCOMPARE(s.menu->MouseGesture().ButtonUp, 0L);
+    gMesh().Nodes().Item(3)->xcoord = 0;
+    QTest::mouseClick(gl, Qt::LeftButton, {}, At(*s.menu, 5, 5));
+    QCOMPARE(SelectedIDs(), std::vector<Long>{25});
+    QCOMPARE(s.menu->MouseGesture().ButtonUp, 1L);
   }
 
   // From a new session to the buckling load of the simply supported plate
