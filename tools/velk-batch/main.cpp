@@ -53,7 +53,8 @@ const char* kUsage =
     "      8 cycles, factor 0.8, unsymmetric start, no torsion or shear option); the\n"
     "      estimate comes from the project unless --estimate is given. -o saves the\n"
     "      project with the results; --listing and --deck keep copies of the listing\n"
-    "      and the deck. Exit status 1 when no eigenvalue was found.\n"
+    "      and the deck. Exit status 1 when no eigenvalue was found, or when the\n"
+    "      structure can move without deforming (a pivot under 1e-10 of its diagonal).\n"
     "  velk-batch report IN.inp -o OUT.vrp\n"
     "  velk-batch grid IN.inp -o OUT.txt\n"
     "      write the report file or the displacement grid of the project as it stands,\n"
@@ -85,6 +86,12 @@ public:
     const bool any = !held_.empty();
     held_.clear();
     return any;
+  }
+
+  // Forgets what was held: the run's own words would mislead.
+  void Discard() {
+    holding_ = false;
+    held_.clear();
   }
 
 private:
@@ -335,6 +342,16 @@ int Run(const std::vector<std::string>& args) {
   if (!r.estimate.empty()) form.txtEstimation = r.estimate;
   host.Hold();
   form.cmdApply_Click();
+  // A free structure factors on round-off: whatever eigenvalue (or division
+  // by zero) came of it means nothing, so the cause is told instead.
+  if (LastRunSmallestPivotRatio() < kTinyPivotRatio) {
+    host.Discard();
+    std::cerr << "velk-batch: the structure is not restrained against rigid-body motion; "
+                 "check the restraints\n";
+    CopyIfMade(session().gTempOutFile, r.listing);
+    CopyIfMade(session().gTempInFile, r.deck);
+    return 1;
+  }
   const bool completed = LastRunOutcome() == RunOutcome::Completed;
   const bool told = host.Release(completed);
 
