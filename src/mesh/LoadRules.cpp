@@ -39,8 +39,8 @@ struct Grid {
 };
 
 bool HasFlanges(const BeamShape& b) {
-  for (Single v : {b.Top_Flange_W, b.Top_Flange_T, b.Bot_Flange_W, b.Bot_Flange_T,
-                   b.Top_Flange_WE, b.Top_Flange_TE, b.Bot_Flange_WE, b.Bot_Flange_TE})
+  for (Single v : {b.Top_Flange_W, b.Top_Flange_T, b.Bot_Flange_W, b.Bot_Flange_T, b.Top_Flange_WE,
+                   b.Top_Flange_TE, b.Bot_Flange_WE, b.Bot_Flange_TE})
     if (v != 0) return true;
   return false;
 }
@@ -179,7 +179,8 @@ void Apply_Simple_Supports(Mesh& mesh, const BeamShape& b) {
   const Grid g(mesh);
   for (long i = 0; i < g.NX; ++i)
     for (long j = 0; j < g.NY; ++j)
-      if (i == 0 || j == 0 || i == g.NX - 1 || j == g.NY - 1) Hold(g.Node(i, j), false, false, true);
+      if (i == 0 || j == 0 || i == g.NX - 1 || j == g.NY - 1)
+        Hold(g.Node(i, j), false, false, true);
   Hold(g.Node(0, 0), true, true, true);
   Hold(g.Node(g.NX - 1, 0), false, true, true);
 }

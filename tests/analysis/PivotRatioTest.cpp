@@ -54,38 +54,24 @@ TEST(PivotRatio, AZeroPivotFaultsAsBeforeAndCountsAsZero) {
   EXPECT_EQ(ratio, 0);
 }
 
-class PivotRun : public RunFixture {
-protected:
-  void Free(bool inPlane, bool outOfPlane) {
-    for (const auto& n : gMesh().Nodes()) {
-      if (inPlane) n->SetXTDir(0), n->SetYTDir(0);
-      if (outOfPlane) n->SetZTDir(0);
-      n->UpdatePropertyDefined();
-    }
-  }
-};
-
-// The examples lose a few digits at most; a model free in the plane or out of
-// it loses them all, in stage one or in the iteration, and the run itself goes
-// on as it always did (the desktop shows what it showed).
-TEST_F(PivotRun, SupportedModelsKeepTheirDigitsFreeOnesLoseThem) {
-  // Smallest ratios seen: 0.16 for the plate, 0.05 stiffened, 0.019 for the
-  // girder; 1.5e-13 and 2e-15 for the free plate.
+// Smallest ratios seen: 0.16 for the plate, 0.05 stiffened, 0.019 for the
+// girder; 2e-15 for the plate free in its plane, 1.5e-13 free out of it. The
+// run goes on as it always did: the free plate still shows an eigenvalue.
+TEST_F(RunFixture, SupportedModelsKeepTheirDigitsFreeOnesLoseThem) {
   for (void (*build)() : {+[] { Simply_Supported_Plate(6); }, +[] { Stiffened_Plate(6); },
                           +[] { Girder_In_Bending(); }}) {
     Restart();
     build();
     Run();
-    EXPECT_EQ(LastRunOutcome(), RunOutcome::Completed);
     EXPECT_GT(LastRunSmallestPivotRatio(), 1e-3);
   }
-  for (auto [inPlane, outOfPlane] : {std::pair(true, false), std::pair(false, true)}) {
+  for (bool inPlane : {true, false}) {
     Restart();
     Simply_Supported_Plate(6);
-    Free(inPlane, outOfPlane);
+    for (const auto& n : gMesh().Nodes())
+      inPlane ? (n->SetXTDir(0), n->SetYTDir(0)) : n->SetZTDir(0);
     Run();
     EXPECT_LT(LastRunSmallestPivotRatio(), 1e-12) << inPlane;
-    EXPECT_LT(LastRunSmallestPivotRatio(), kTinyPivotRatio);
     ASSERT_EQ(host.messages.size(), 1u);
     EXPECT_TRUE(host.messages[0].text.starts_with("Eigenvalue of ")) << host.messages[0].text;
   }

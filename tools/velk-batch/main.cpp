@@ -133,8 +133,8 @@ struct Rule {
 
 const std::map<std::string, void (*)(Mesh&, const BeamShape&, double)>& LoadRules() {
   static const std::map<std::string, void (*)(Mesh&, const BeamShape&, double)> rules = {
-      {"--moment", Apply_End_Moment},     {"--axial", Apply_Axial_Load},
-      {"--point", Apply_Point_Load},      {"--udl", Apply_Line_Load},
+      {"--moment", Apply_End_Moment},        {"--axial", Apply_Axial_Load},
+      {"--point", Apply_Point_Load},         {"--udl", Apply_Line_Load},
       {"--edge-sx", Apply_Edge_Compression}, {"--edge-sxy", Apply_Edge_Shear}};
   return rules;
 }
