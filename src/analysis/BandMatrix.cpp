@@ -524,6 +524,35 @@ void Band_Factor(BandMatrix& M, int n, int bw) {
   Chosen().factor(Origin(M), M.Columns() - 1, n, bw);
 }
 
+void Band_Factor_Measured(BandMatrix& M, int n, int bw, double& ratio) {
+  CheckShape(M, n, bw);
+  std::vector<double> diagonal(static_cast<std::size_t>(n));
+  for (int i = 1; i <= n; ++i)
+    diagonal[static_cast<std::size_t>(i - 1)] = M(i, 1);
+  const auto smallest = [&] {
+    double r = std::numeric_limits<double>::infinity();
+    for (int i = 1; i <= n; ++i) {
+      const double a = std::fabs(diagonal[static_cast<std::size_t>(i - 1)]), d = std::fabs(M(i, 1));
+      if (a > 0.0)
+        r = std::min(r, d / a);
+      else if (d == 0.0)
+        r = 0.0;
+    }
+    return r;
+  };
+  try {
+    Band_Factor(M, n, bw);
+  } catch (const Fault&) {
+    // The rows beyond the failing pivot are half eliminated and say nothing;
+    // a zero pivot stopped it if a diagonal is zero.
+    ratio = std::numeric_limits<double>::infinity();
+    for (int i = 1; i <= n; ++i)
+      if (M(i, 1) == 0.0) ratio = 0.0;
+    throw;
+  }
+  ratio = smallest();
+}
+
 void Band_Solve(const BandMatrix& M, std::span<double> x, std::span<double> f, int n, int bw) {
   CheckShape(M, n, bw);
   CheckVector(x.size(), n);

@@ -95,6 +95,14 @@ void Band_Prescribe(BandMatrix& M, std::span<double> F, int dof, double value, i
 // neither read nor written.
 void Band_Factor(BandMatrix& M, int n, int bw);
 
+// Band_Factor, and into `ratio` the smallest |d(i)| / |a(i, i)| over rows
+// 1..n, a(i, i) being the diagonal before elimination: how many digits the
+// elimination lost on its worst row. A row with a zero diagonal counts 0 if
+// its pivot is zero too, else not at all. `ratio` is set also when the
+// factoring faults: 0 when it stopped on a zero pivot. The factoring itself is
+// that of Band_Factor, to the last bit.
+void Band_Factor_Measured(BandMatrix& M, int n, int bw, double& ratio);
+
 // Solves with a factored M. f is the right-hand side and is overwritten by the
 // forward pass; x receives the solution. x and f may be the same span.
 void Band_Solve(const BandMatrix& M, std::span<double> x, std::span<double> f, int n, int bw);

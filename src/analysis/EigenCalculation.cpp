@@ -1,6 +1,8 @@
 #include "analysis/EigenCalculation.h"
 
+#include <algorithm>
 #include <array>
+#include <limits>
 #include <new>
 
 #include "analysis/CheckedArithmetic.h"
@@ -13,6 +15,7 @@ namespace velk {
 namespace {
 
 RunOutcome gLastOutcome = RunOutcome::NotRun;
+double gSmallestPivotRatio = std::numeric_limits<double>::infinity();
 
 // Start of a run: arrays from the model's compact counts, options copied.
 void Size_Arrays(RunContext& run) {
@@ -231,7 +234,7 @@ void Solve_In_Plane(RunContext& run, Integer n) {
   Checkpoint();
   if (analysisHooks().StageOneMatrix) analysisHooks().StageOneMatrix(run.Work, n, run.bw);
   StepTimer factor;
-  Band_Factor(run.Work, n, run.bw);
+  Factor_Measured(run.Work, n, run.bw);
   factor.Done(RunStep::StageOneFactor, n, run.bw);
   StepTimer solve;
   Band_Solve(run.Work, F, F, n, run.bw);
@@ -305,6 +308,21 @@ RunOutcome LastRunOutcome() {
   return gLastOutcome;
 }
 
+double LastRunSmallestPivotRatio() {
+  return gSmallestPivotRatio;
+}
+
+void Factor_Measured(BandMatrix& M, int n, int bw) {
+  double ratio = std::numeric_limits<double>::infinity();
+  try {
+    Band_Factor_Measured(M, n, bw, ratio);
+  } catch (...) {
+    gSmallestPivotRatio = std::min(gSmallestPivotRatio, ratio);
+    throw;
+  }
+  gSmallestPivotRatio = std::min(gSmallestPivotRatio, ratio);
+}
+
 void Report_Progress(const std::string& text) {
   if (analysisHooks().ProgressSink) analysisHooks().ProgressSink(text);
   host().Progress(text);
@@ -335,6 +353,7 @@ void Assemble(RunContext& run, const ElementMatrix& Ke, BandMatrix& M,
 void Run_Analysis(Mesh& mesh, Analysis& analysis, const std::string& inFile,
                   const std::string& outFile) {
   gLastOutcome = RunOutcome::Failed;
+  gSmallestPivotRatio = std::numeric_limits<double>::infinity();
   auto run = std::make_unique<RunContext>();
   run->mesh = &mesh;
   run->analysis = &analysis;

@@ -31,6 +31,22 @@ enum class RunOutcome {
 };
 RunOutcome LastRunOutcome();
 
+// The smallest ratio of a pivot to its row's diagonal (Band_Factor_Measured)
+// over every factoring of the last run, stage one's and each shift's; infinity
+// when none was made. The run itself never looks at it: the program has
+// always gone on through tiny pivots, and the batch tool alone turns one into
+// a refusal.
+double LastRunSmallestPivotRatio();
+
+// A pivot below this fraction of its diagonal is round-off: the row is a
+// combination of the rows before it, so the structure can move without
+// deforming (a missing support or a mechanism). In double precision a singular
+// stiffness leaves pivots of about 1e-13 of their diagonal or less, while the
+// supported examples keep 0.02 to 0.16 of it: the bound stands well clear of
+// both. Each pivot is measured against its own row rather than the largest
+// diagonal, since a stiff brace spring raises only its own row's diagonal.
+inline constexpr double kTinyPivotRatio = 1e-10;
+
 class BandMatrix;
 
 // The heavy steps of a run, as the Timing hook names them.

@@ -6,6 +6,7 @@
 
 #include "analysis/CheckedArithmetic.h"
 #include "analysis/EigenCalculation.h"
+#include "analysis/RunContext.h"
 #include "common/Host.h"
 
 namespace velk {
@@ -141,7 +142,7 @@ bool Eigen_Iterate(const BandMatrix& K, const BandMatrix& Kg, BandMatrix& work, 
   for (int shift = 1; shift <= options.MaxShift; ++shift) {
     Shifted(work, K, Kg, sigma, n, bw);
     StepTimer factoring;
-    Band_Factor(work, n, bw);
+    Factor_Measured(work, n, bw);
     factoring.Done(RunStep::ShiftFactor, n, bw);
     StepTimer cycles;
     const ShiftEnd end =

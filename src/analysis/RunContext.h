@@ -67,6 +67,9 @@ inline double& Spring_Diagonal(BandMatrix& M, int dof) {
   return M(dof, 1);
 }
 
+// Band_Factor, with its pivot ratio kept for LastRunSmallestPivotRatio.
+void Factor_Measured(BandMatrix& M, int n, int bw);
+
 // Yields to the host; on cancel reports "Ready..." and throws RunCancelled.
 void Checkpoint();
 

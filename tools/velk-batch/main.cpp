@@ -8,6 +8,7 @@
 #include "forms/frmAnalysisOption.h"
 #include "forms/frmBeamShape.h"
 #include "forms/frmEigen.h"
+#include "mesh/LoadRules.h"
 #include "session/ProjectFile.h"
 #include "session/ReportCommands.h"
 #include "session/VELKMain.h"
@@ -29,11 +30,20 @@ namespace {
 
 const char* kUsage =
     "usage:\n"
-    "  velk-batch generate [FIELD=TEXT ...] -o OUT.inp\n"
+    "  velk-batch generate [FIELD=TEXT ...] [RULE ...] -o OUT.inp\n"
     "      builds a girder mesh as the Geometry dialog does in a new session and saves it.\n"
     "      FIELD is one of the dialog's fields: txtBL txtBTFW txtBTFT txtBWH txtBWT txtBBFW\n"
     "      txtBBFT txtBTFWE txtBTFTE txtBWHE txtBWTE txtBBFWE txtBBFTE txtOffset txtMOE txtPR\n"
     "      txtNumXElements txtNumYElements chkProportionalMesh\n"
+    "      RULE puts supports and loads on the mesh (x along, y up, z out of the web):\n"
+    "        --supports fork|simple  fork: both ends held in z, y at both bottom nodes, x at\n"
+    "                                End 1's; simple (plates): z on the edges, rigid body only\n"
+    "        --moment M   end moments, top flange in compression for M > 0\n"
+    "        --axial P    compression P over the end sections\n"
+    "        --point P    downward load at the top node at mid-length\n"
+    "        --udl q      downward load q per length along the top row\n"
+    "        --edge-sx S  (plates) edge compression stress S along x\n"
+    "        --edge-sxy T (plates) edge shear stress T on all four edges\n"
     "  velk-batch info IN.inp\n"
     "      reads a project (version 1.4 or 1.3) and prints its counts.\n"
     "  velk-batch run IN.inp [-o OUT.inp] [--listing FILE] [--deck FILE] [--estimate X]\n"
@@ -43,7 +53,8 @@ const char* kUsage =
     "      8 cycles, factor 0.8, unsymmetric start, no torsion or shear option); the\n"
     "      estimate comes from the project unless --estimate is given. -o saves the\n"
     "      project with the results; --listing and --deck keep copies of the listing\n"
-    "      and the deck. Exit status 1 when no eigenvalue was found.\n"
+    "      and the deck. Exit status 1 when no eigenvalue was found, or when the\n"
+    "      structure can move without deforming (a pivot under 1e-10 of its diagonal).\n"
     "  velk-batch report IN.inp -o OUT.vrp\n"
     "  velk-batch grid IN.inp -o OUT.txt\n"
     "      write the report file or the displacement grid of the project as it stands,\n"
@@ -75,6 +86,12 @@ public:
     const bool any = !held_.empty();
     held_.clear();
     return any;
+  }
+
+  // Forgets what was held: the run's own words would mislead.
+  void Discard() {
+    holding_ = false;
+    held_.clear();
   }
 
 private:
@@ -109,14 +126,54 @@ std::map<std::string, std::string*> FieldsOf(frmBeamShape& f) {
           {"txtNumYElements", &f.txtNumYElements}};
 }
 
+// A rule of `generate`, applied to the new mesh in the order given.
+struct Rule {
+  std::string option, value;
+};
+
+const std::map<std::string, void (*)(Mesh&, const BeamShape&, double)>& LoadRules() {
+  static const std::map<std::string, void (*)(Mesh&, const BeamShape&, double)> rules = {
+      {"--moment", Apply_End_Moment},        {"--axial", Apply_Axial_Load},
+      {"--point", Apply_Point_Load},         {"--udl", Apply_Line_Load},
+      {"--edge-sx", Apply_Edge_Compression}, {"--edge-sxy", Apply_Edge_Shear}};
+  return rules;
+}
+
+// False, with the message on stderr, when a rule does not fit the model.
+bool ApplyRules(const std::vector<Rule>& rules) {
+  for (const Rule& r : rules) {
+    try {
+      if (r.option == "--supports") {
+        if (r.value == "fork")
+          Apply_Fork_Supports(gMesh(), gBeamShape());
+        else
+          Apply_Simple_Supports(gMesh(), gBeamShape());
+      } else {
+        LoadRules().at(r.option)(gMesh(), gBeamShape(), TextToDouble(r.value));
+      }
+    } catch (const RuleRefused& e) {
+      std::cerr << "velk-batch: " << r.option << ' ' << r.value << ": " << e.what() << '\n';
+      return false;
+    }
+  }
+  return true;
+}
+
 int Generate(const std::vector<std::string>& args) {
   std::string out;
   std::vector<std::pair<std::string, std::string>> sets;
+  std::vector<Rule> rules;
   for (std::size_t i = 0; i < args.size(); ++i) {
     const std::string& a = args[i];
     if (a == "-o") {
       if (i + 1 >= args.size()) return Usage("-o needs a file name");
       out = args[++i];
+    } else if (a == "--supports" || LoadRules().count(a)) {
+      if (i + 1 >= args.size()) return Usage(a + " needs a value");
+      const std::string& v = args[++i];
+      if (a == "--supports" ? v != "fork" && v != "simple" : !IsNumeric(v))
+        return Usage(a + (a == "--supports" ? " takes fork or simple" : " takes a number"));
+      rules.push_back({a, v});
     } else if (auto eq = a.find('='); eq != std::string::npos && eq > 0) {
       sets.emplace_back(a.substr(0, eq), a.substr(eq + 1));
     } else {
@@ -142,7 +199,7 @@ int Generate(const std::vector<std::string>& args) {
     }
   }
   form.cmdGenerate_Click();
-  if (!form.Unloaded) return 1;
+  if (!form.Unloaded || !ApplyRules(rules)) return 1;
   return Save_Project_Path(out) ? 0 : 1;
 }
 
@@ -285,6 +342,16 @@ int Run(const std::vector<std::string>& args) {
   if (!r.estimate.empty()) form.txtEstimation = r.estimate;
   host.Hold();
   form.cmdApply_Click();
+  // A free structure factors on round-off: whatever eigenvalue (or division
+  // by zero) came of it means nothing, so the cause is told instead.
+  if (LastRunSmallestPivotRatio() < kTinyPivotRatio) {
+    host.Discard();
+    std::cerr << "velk-batch: the structure is not restrained against rigid-body motion; "
+                 "check the restraints\n";
+    CopyIfMade(session().gTempOutFile, r.listing);
+    CopyIfMade(session().gTempInFile, r.deck);
+    return 1;
+  }
   const bool completed = LastRunOutcome() == RunOutcome::Completed;
   const bool told = host.Release(completed);
 
