@@ -17,6 +17,7 @@
 #include "common/Host.h"
 #include "common/ProgramFolder.h"
 #include "mesh/GirderBuilder.h"
+#include "mesh/LoadRules.h"
 #include "session/AnalysisRun.h"
 #include "session/VELKMain.h"
 
@@ -59,27 +60,13 @@ public:
 };
 
 // The default girder section (flanges 12 x 0.5, web 16 x 0.5, length 120) on
-// nx by ny elements, held in-plane at its bottom corners, braced out of plane
-// at both ends, under equal and opposite end moments made of flange forces.
+// nx by ny elements, on fork supports under a unit end moment: the rules of
+// the batch tool's generate command.
 bool Girder(int nx, int ny) {
   Clear_Session();
   Build_Girder(gBeamShape(), nx, ny, gMesh());
-  Nodes& nodes = gMesh().Nodes();
-  auto node = [&](int ix, int iy) -> Nodeb& { return *Grid_Node(nodes, ix, iy); };
-  node(0, 0).SetXTDir(1);
-  node(0, 0).SetYTDir(1);
-  node(nx, 0).SetYTDir(1);
-  for (int i = 0; i <= ny; ++i) {
-    node(0, i).SetZTDir(1);
-    node(nx, i).SetZTDir(1);
-  }
-  const Single force = 1.0f / 16.5f;
-  node(0, ny).XLoad = force;
-  node(0, 0).XLoad = -force;
-  node(nx, ny).XLoad = -force;
-  node(nx, 0).XLoad = force;
-  for (const auto& n : nodes)
-    n->UpdatePropertyDefined();
+  Apply_Fork_Supports(gMesh(), gBeamShape());
+  Apply_End_Moment(gMesh(), gBeamShape(), 1);
   return true;
 }
 
