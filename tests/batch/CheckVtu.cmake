@@ -1,0 +1,32 @@
+# Runs a project with --vtu and -o, then reads the grid back with meshio and
+# holds it against the saved project. Skipped (message "meshio is absent")
+# when no python3 on the path or in /usr/bin can import meshio.
+#   -DBATCH=velk-batch -DIN=in.inp -DWORK=folder -DCHECK=VtuCheck.py
+set(python "")
+find_program(path_python python3)
+foreach(candidate ${path_python} /usr/bin/python3)
+  if(EXISTS ${candidate})
+    execute_process(COMMAND ${candidate} -c "import meshio" RESULT_VARIABLE rc
+                    OUTPUT_QUIET ERROR_QUIET)
+    if(rc EQUAL 0)
+      set(python ${candidate})
+      break()
+    endif()
+  endif()
+endforeach()
+if(python STREQUAL "")
+  message("meshio is absent (install python3-meshio): the .vtu check is skipped")
+  return()
+endif()
+
+set(vtu ${WORK}/run.vtu)
+set(done ${WORK}/vtu-run.inp)
+file(REMOVE ${vtu} ${done})
+execute_process(COMMAND ${BATCH} run ${IN} -o ${done} --vtu ${vtu} RESULT_VARIABLE rc)
+if(NOT rc EQUAL 0)
+  message(FATAL_ERROR "run failed with ${rc}")
+endif()
+execute_process(COMMAND ${python} ${CHECK} ${vtu} ${done} RESULT_VARIABLE rc)
+if(NOT rc EQUAL 0)
+  message(FATAL_ERROR "the .vtu check failed")
+endif()
