@@ -120,8 +120,9 @@ void Write_Vtu_To(OutFile& out, Mesh& mesh, const std::vector<ModeShape>& extraM
   w.Array("Float32", "Sy", 1, nodeCount, scalar(&Nodeb::Sy));
   w.Array("Float32", "Sxy", 1, nodeCount, scalar(&Nodeb::SXY));
   w.Array("Float32", "Mises", 1, nodeCount, scalar(&Nodeb::Mises));
-  w.Array("Float32", "Mode1", 3, nodeCount,
-          [&](long i) { return Numbers({0.0f, 0.0f, result(i, &Nodeb::zcoord)}); });
+  w.Array("Float32", "Mode1", 3, nodeCount, [&](long i) {
+    return Numbers({0.0f, 0.0f, result(i, &Nodeb::zcoord)});
+  });
   for (std::size_t k = 0; k < extraModes.size(); ++k) {
     const ModeShape& m = extraModes[k];
     w.Array("Float32", "Mode" + std::to_string(k + 2), 3, nodeCount, [&](long i) {
@@ -137,12 +138,10 @@ void Write_Vtu_To(OutFile& out, Mesh& mesh, const std::vector<ModeShape>& extraM
     return SingleToExactText(c < plateCount ? plates[std::size_t(c)]->Thickness
                                             : stiffener(c)->Thickness);
   });
-  w.Array("Float32", "Width", 1, cellCount, [&](long c) {
-    return SingleToExactText(c < plateCount ? 0.0f : stiffener(c)->width);
-  });
-  w.Array("Float32", "StiffenerStress", 1, cellCount, [&](long c) {
-    return SingleToExactText(c < plateCount ? 0.0f : stiffener(c)->Stress);
-  });
+  w.Array("Float32", "Width", 1, cellCount,
+          [&](long c) { return SingleToExactText(c < plateCount ? 0.0f : stiffener(c)->width); });
+  w.Array("Float32", "StiffenerStress", 1, cellCount,
+          [&](long c) { return SingleToExactText(c < plateCount ? 0.0f : stiffener(c)->Stress); });
   w.Close("CellData");
 
   w.Open("Points");
@@ -156,8 +155,8 @@ void Write_Vtu_To(OutFile& out, Mesh& mesh, const std::vector<ModeShape>& extraM
   w.Array("Int64", "connectivity", 1, cellCount, [&](long c) {
     if (c < plateCount) {
       const Corners k = AnticlockwiseCorners(*plates[std::size_t(c)]);
-      return std::to_string(k[0]) + ' ' + std::to_string(k[1]) + ' ' + std::to_string(k[2]) +
-             ' ' + std::to_string(k[3]);
+      return std::to_string(k[0]) + ' ' + std::to_string(k[1]) + ' ' + std::to_string(k[2]) + ' ' +
+             std::to_string(k[3]);
     }
     const twoNode& s = *stiffener(c);
     return std::to_string(s.Node1->ID - 1) + ' ' + std::to_string(s.Node2->ID - 1);
