@@ -3,6 +3,7 @@
 #include "common/Fault.h"
 
 #include <cerrno>
+#include <charconv>
 #include <cfloat>
 #include <cmath>
 #include <cstdio>
@@ -103,6 +104,15 @@ std::string GText(double value, int digits, bool fileForm) {
 }
 
 } // namespace
+
+std::string SingleToExactText(Single value) {
+  if (std::isnan(value)) return "0";
+  if (std::isinf(value)) value = value > 0 ? FLT_MAX : -FLT_MAX;
+  char buf[32];
+  // to_chars is locale-free by definition.
+  const auto end = std::to_chars(buf, buf + sizeof buf, value).ptr;
+  return std::string(buf, end);
+}
 
 bool IsNumeric(std::string_view text) {
   return !NumericCore(text).empty();

@@ -49,6 +49,10 @@ std::string SingleToText(Single value);
 std::string SingleToFileText(Single value);
 // A Double with at most fifteen significant digits, in the file form.
 std::string DoubleToFileText(double value);
+// The shortest text that reads back as the same Single, in the C form other
+// programs parse ("0.5", "-1.5e-07"); a NaN writes 0 and an infinity the
+// largest Single of its sign.
+std::string SingleToExactText(Single value);
 
 // Format pictures of the listing and the reports: "0.00E+00", "0.0000E+00",
 // "###0.00", "##0.00#", "00000", "Scientific", "0.000".

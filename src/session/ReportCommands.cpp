@@ -3,6 +3,7 @@
 #include "common/TextFile.h"
 #include "reports/GridFile.h"
 #include "reports/ReportFile.h"
+#include "reports/VtuFile.h"
 #include "session/ProjectFile.h"
 #include "session/VELKMain.h"
 
@@ -19,6 +20,12 @@ void ReportFileStep(const std::string& path) {
 void GridFileStep(const std::string& path) {
   OutFile file(path);
   Write_GridFile_To(file, gAnalysis(), gMesh().Nodes());
+  file.Close();
+}
+
+void VtuFileStep(const std::string& path) {
+  OutFile file(path);
+  Write_Vtu_To(file, gMesh());
   file.Close();
 }
 
@@ -52,6 +59,10 @@ bool Write_Report_Path(const std::string& path) {
 
 bool Write_GridFile_Path(const std::string& path) {
   return Run_File_Command("File Error!", [&] { GridFileStep(path); });
+}
+
+bool Write_Vtu_Path(const std::string& path) {
+  return Run_File_Command("File Error!", [&] { VtuFileStep(path); });
 }
 
 } // namespace velk

@@ -12,5 +12,7 @@ void Write_GridFile();
 // True when the file has been written; false after the messages of a failure.
 bool Write_Report_Path(const std::string& path);
 bool Write_GridFile_Path(const std::string& path);
+// The model and its results as a VTK unstructured grid for outside viewers.
+bool Write_Vtu_Path(const std::string& path);
 
 } // namespace velk

@@ -46,19 +46,25 @@ const char* kUsage =
     "        --edge-sxy T (plates) edge shear stress T on all four edges\n"
     "  velk-batch info IN.inp\n"
     "      reads a project (version 1.4 or 1.3) and prints its counts.\n"
-    "  velk-batch run IN.inp [-o OUT.inp] [--listing FILE] [--deck FILE] [--estimate X]\n"
-    "                 [--max-shift N] [--max-cycle N] [--factor F] [--sym] [--torsion] [--shear]\n"
+    "  velk-batch run IN.inp [-o OUT.inp] [--listing FILE] [--deck FILE] [--vtu FILE]\n"
+    "                 [--estimate X] [--max-shift N] [--max-cycle N] [--factor F]\n"
+    "                 [--sym] [--torsion] [--shear]\n"
     "      runs the buckling analysis as the Run dialog does and prints its result, e.g.\n"
     "      \"Eigenvalue of 3.7480E-02\". Options not given take their defaults (3 shifts,\n"
     "      8 cycles, factor 0.8, unsymmetric start, no torsion or shear option); the\n"
     "      estimate comes from the project unless --estimate is given. -o saves the\n"
     "      project with the results; --listing and --deck keep copies of the listing\n"
-    "      and the deck. Exit status 1 when no eigenvalue was found, or when the\n"
+    "      and the deck; --vtu writes the model with its results for ParaView, as\n"
+    "      export does. Exit status 1 when no eigenvalue was found, or when the\n"
     "      structure can move without deforming (a pivot under 1e-10 of its diagonal).\n"
     "  velk-batch report IN.inp -o OUT.vrp\n"
     "  velk-batch grid IN.inp -o OUT.txt\n"
     "      write the report file or the displacement grid of the project as it stands,\n"
     "      as File > Create Report File does; no analysis is run (use run -o first).\n"
+    "  velk-batch export IN.inp -o OUT.vtu\n"
+    "      writes the model of the project as it stands, with its results if it holds\n"
+    "      them, as a VTK unstructured grid (ASCII .vtu): plates as quads, stiffeners as\n"
+    "      lines, the buckled shape as the vector array Mode1.\n"
     "messages of a failure go to stderr, each as \"velk-batch: MESSAGE\".\n"
     "exit status: 0 success, 1 the command failed, 2 usage error\n";
 
@@ -266,7 +272,7 @@ bool CopyIfMade(const std::string& from, const std::string& to) {
 
 // What `run` was asked for.
 struct RunRequest {
-  std::string in, out, listing, deck, estimate, shift, cycle, factor;
+  std::string in, out, listing, deck, vtu, estimate, shift, cycle, factor;
   bool sym = false, torsion = false, shear = false;
 };
 
@@ -275,6 +281,7 @@ int ParseRun(const std::vector<std::string>& args, RunRequest& r) {
   const std::map<std::string, std::string*> valued = {{"-o", &r.out},
                                                       {"--listing", &r.listing},
                                                       {"--deck", &r.deck},
+                                                      {"--vtu", &r.vtu},
                                                       {"--estimate", &r.estimate},
                                                       {"--max-shift", &r.shift},
                                                       {"--max-cycle", &r.cycle},
@@ -362,10 +369,11 @@ int Run(const std::vector<std::string>& args) {
     return 1;
   }
   if (!r.out.empty() && !Save_Project_Path(r.out)) return 1;
+  if (!r.vtu.empty() && !Write_Vtu_Path(r.vtu)) return 1;
   return copied ? 0 : 1;
 }
 
-// `report` and `grid`: the project as it stands into one of the report files.
+// `report`, `grid` and `export`: the project as it stands into one of the report files.
 int Report(const std::vector<std::string>& args, bool (*write)(const std::string&)) {
   std::string in, out;
   for (std::size_t i = 0; i < args.size(); ++i) {
@@ -406,6 +414,7 @@ int main(int argc, char** argv) {
     if (cmd == "run") return Run(args);
     if (cmd == "report") return Report(args, Write_Report_Path);
     if (cmd == "grid") return Report(args, Write_GridFile_Path);
+    if (cmd == "export") return Report(args, Write_Vtu_Path);
   } catch (const std::exception& e) {
     std::cerr << "velk-batch: " << e.what() << '\n';
     return 1;
