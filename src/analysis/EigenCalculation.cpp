@@ -2,6 +2,7 @@
 
 #include <array>
 #include <new>
+#include <utility>
 
 #include "analysis/CheckedArithmetic.h"
 #include "analysis/RunContext.h"
@@ -13,6 +14,8 @@ namespace velk {
 namespace {
 
 RunOutcome gLastOutcome = RunOutcome::NotRun;
+int gModesRequested = 0;
+BucklingModes gLastModes;
 
 // Start of a run: arrays from the model's compact counts, options copied.
 void Size_Arrays(RunContext& run) {
@@ -305,6 +308,22 @@ RunOutcome LastRunOutcome() {
   return gLastOutcome;
 }
 
+void Request_Modes(int count) {
+  gModesRequested = count;
+}
+
+int Modes_Requested() {
+  return gModesRequested;
+}
+
+const BucklingModes& LastRunModes() {
+  return gLastModes;
+}
+
+void Store_Modes(BucklingModes modes) {
+  gLastModes = std::move(modes);
+}
+
 void Report_Progress(const std::string& text) {
   if (analysisHooks().ProgressSink) analysisHooks().ProgressSink(text);
   host().Progress(text);
@@ -335,6 +354,7 @@ void Assemble(RunContext& run, const ElementMatrix& Ke, BandMatrix& M,
 void Run_Analysis(Mesh& mesh, Analysis& analysis, const std::string& inFile,
                   const std::string& outFile) {
   gLastOutcome = RunOutcome::Failed;
+  gLastModes = BucklingModes{};
   auto run = std::make_unique<RunContext>();
   run->mesh = &mesh;
   run->analysis = &analysis;

@@ -12,6 +12,7 @@
 #include "session/ReportCommands.h"
 #include "session/VELKMain.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -38,12 +39,15 @@ const char* kUsage =
     "      reads a project (version 1.4 or 1.3) and prints its counts.\n"
     "  velk-batch run IN.inp [-o OUT.inp] [--listing FILE] [--deck FILE] [--estimate X]\n"
     "                 [--max-shift N] [--max-cycle N] [--factor F] [--sym] [--torsion] [--shear]\n"
+    "                 [--modes N]\n"
     "      runs the buckling analysis as the Run dialog does and prints its result, e.g.\n"
     "      \"Eigenvalue of 3.7480E-02\". Options not given take their defaults (3 shifts,\n"
     "      8 cycles, factor 0.8, unsymmetric start, no torsion or shear option); the\n"
     "      estimate comes from the project unless --estimate is given. -o saves the\n"
     "      project with the results; --listing and --deck keep copies of the listing\n"
     "      and the deck. Exit status 1 when no eigenvalue was found.\n"
+    "      --modes N (1 to 20) then prints the N eigenvalues of smallest magnitude,\n"
+    "      one a line: \"Mode 1 eigenvalue 2.4660E+04\".\n"
     "  velk-batch report IN.inp -o OUT.vrp\n"
     "  velk-batch grid IN.inp -o OUT.txt\n"
     "      write the report file or the displacement grid of the project as it stands,\n"
@@ -209,7 +213,7 @@ bool CopyIfMade(const std::string& from, const std::string& to) {
 
 // What `run` was asked for.
 struct RunRequest {
-  std::string in, out, listing, deck, estimate, shift, cycle, factor;
+  std::string in, out, listing, deck, estimate, shift, cycle, factor, modes;
   bool sym = false, torsion = false, shear = false;
 };
 
@@ -221,7 +225,8 @@ int ParseRun(const std::vector<std::string>& args, RunRequest& r) {
                                                       {"--estimate", &r.estimate},
                                                       {"--max-shift", &r.shift},
                                                       {"--max-cycle", &r.cycle},
-                                                      {"--factor", &r.factor}};
+                                                      {"--factor", &r.factor},
+                                                      {"--modes", &r.modes}};
   const std::map<std::string, bool*> flags = {
       {"--sym", &r.sym}, {"--torsion", &r.torsion}, {"--shear", &r.shear}};
   for (std::size_t i = 0; i < args.size(); ++i) {
@@ -266,9 +271,44 @@ bool ApplyRunOptions(const RunRequest& r) {
   return options.Unloaded;
 }
 
+// The count of --modes, 0 when not given; -1 (after the message) when it is
+// not a whole number from 1 to kMostModes.
+constexpr int kMostModes = 20;
+int ModesWanted(const std::string& text) {
+  if (text.empty()) return 0;
+  int count = 0;
+  const bool whole = !text.empty() && text.size() <= 2 &&
+                     std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+  if (whole) count = std::stoi(text);
+  if (count >= 1 && count <= kMostModes) return count;
+  std::cerr << "velk-batch: --modes takes a whole number from 1 to " << kMostModes << ", not '"
+            << text << "'\n";
+  return -1;
+}
+
+// The further modes of the run just made, one a line after its result; false
+// (with the reason on stderr) when they were not all found.
+bool PrintModes(int wanted) {
+  const BucklingModes& modes = LastRunModes();
+  if (modes.eigenvalues.size() != static_cast<std::size_t>(wanted)) {
+    std::cerr << "velk-batch: no further modes: "
+              << (modes.failure.empty() ? "the analysis did not get so far" : modes.failure)
+              << '\n';
+    return false;
+  }
+  for (int i = 0; i < wanted; ++i)
+    std::cout << "Mode " << i + 1 << " eigenvalue "
+              << Format(modes.eigenvalues[static_cast<std::size_t>(i)], "0.0000E+00") << '\n';
+  if (!modes.converged)
+    std::cerr << "velk-batch: the modes did not settle in " << modes.iterations << " cycles\n";
+  return modes.converged;
+}
+
 int Run(const std::vector<std::string>& args) {
   RunRequest r;
   if (const int usage = ParseRun(args, r)) return usage;
+  const int modes = ModesWanted(r.modes);
+  if (modes < 0) return 1;
 
   BatchHost host;
   InstallHost(&host);
@@ -283,10 +323,12 @@ int Run(const std::vector<std::string>& args) {
   frmEigen form;
   form.Form_Load();
   if (!r.estimate.empty()) form.txtEstimation = r.estimate;
+  Request_Modes(modes);
   host.Hold();
   form.cmdApply_Click();
   const bool completed = LastRunOutcome() == RunOutcome::Completed;
   const bool told = host.Release(completed);
+  const bool modesFound = !completed || modes == 0 || PrintModes(modes);
 
   bool copied = CopyIfMade(session().gTempOutFile, r.listing);
   copied = CopyIfMade(session().gTempInFile, r.deck) && copied;
@@ -295,7 +337,7 @@ int Run(const std::vector<std::string>& args) {
     return 1;
   }
   if (!r.out.empty() && !Save_Project_Path(r.out)) return 1;
-  return copied ? 0 : 1;
+  return copied && modesFound ? 0 : 1;
 }
 
 // `report` and `grid`: the project as it stands into one of the report files.
