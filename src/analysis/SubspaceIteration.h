@@ -27,7 +27,7 @@ struct SubspaceOptions {
   int modes = 1;
   // A cycle ends the iteration when no eigenvalue sought moved by more than
   // this fraction of itself.
-  double tolerance = 1e-8;
+  double tolerance = 1e-10;
   int maxIterations = 200;
 };
 
