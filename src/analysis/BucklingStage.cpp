@@ -4,6 +4,7 @@
 // handed to the model.
 #include <array>
 #include <cmath>
+#include <utility>
 
 #include "analysis/CheckedArithmetic.h"
 #include "analysis/EigenCalculation.h"
@@ -169,6 +170,27 @@ void Out_Of_Plane_Conditions(RunContext& run) {
   }
 }
 
+// The further modes after the run's own eigenvalue, on K alone so that they
+// are those of smallest magnitude whatever shift the iteration ended on. Work
+// is free again by now. A failure here is theirs: the run has its result.
+void Further_Modes(RunContext& run, int n) {
+  SubspaceOptions options;
+  options.modes = Modes_Requested();
+  BucklingModes modes;
+  try {
+    modes = Subspace_Iterate(run.K, run.Kg, run.Work, n, run.bw, options);
+  } catch (const Fault& f) {
+    modes = BucklingModes{};
+    if (f.number() == errDivByZero)
+      modes.failure = "Divide by Zero";
+    else if (f.number() == errOverflow)
+      modes.failure = "Overflow";
+    else
+      modes.failure = f.what();
+  }
+  Store_Modes(std::move(modes));
+}
+
 } // namespace
 
 void Buckling_Stage(RunContext& run) {
@@ -189,9 +211,12 @@ void Buckling_Stage(RunContext& run) {
 
   Report_Progress("Calculating Eigenvalue...");
   Checkpoint();
+  if (analysisHooks().StageTwoMatrices) analysisHooks().StageTwoMatrices(run.K, run.Kg, n, run.bw);
   double lambda = 0.0;
-  Buckling_Iteration(run.K, run.Kg, run.Work, run.Iterate.Data(), run.F.Data(), run.bw, points,
-                     *run.list, *run.analysis, run.mesh->Nodes(), lambda);
+  const bool found =
+      Buckling_Iteration(run.K, run.Kg, run.Work, run.Iterate.Data(), run.F.Data(), run.bw,
+                         points, *run.list, *run.analysis, run.mesh->Nodes(), lambda);
+  if (found && Modes_Requested() > 0) Further_Modes(run, n);
   Checkpoint();
   run.list->Line("[Output Ends]");
 }

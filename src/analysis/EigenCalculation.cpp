@@ -4,6 +4,7 @@
 #include <array>
 #include <limits>
 #include <new>
+#include <utility>
 
 #include "analysis/CheckedArithmetic.h"
 #include "analysis/RunContext.h"
@@ -16,6 +17,8 @@ namespace {
 
 RunOutcome gLastOutcome = RunOutcome::NotRun;
 double gSmallestPivotRatio = std::numeric_limits<double>::infinity();
+int gModesRequested = 0;
+BucklingModes gLastModes;
 
 // Start of a run: arrays from the model's compact counts, options copied.
 void Size_Arrays(RunContext& run) {
@@ -323,6 +326,22 @@ void Factor_Measured(BandMatrix& M, int n, int bw) {
   gSmallestPivotRatio = std::min(gSmallestPivotRatio, ratio);
 }
 
+void Request_Modes(int count) {
+  gModesRequested = count;
+}
+
+int Modes_Requested() {
+  return gModesRequested;
+}
+
+const BucklingModes& LastRunModes() {
+  return gLastModes;
+}
+
+void Store_Modes(BucklingModes modes) {
+  gLastModes = std::move(modes);
+}
+
 void Report_Progress(const std::string& text) {
   if (analysisHooks().ProgressSink) analysisHooks().ProgressSink(text);
   host().Progress(text);
@@ -354,6 +373,7 @@ void Run_Analysis(Mesh& mesh, Analysis& analysis, const std::string& inFile,
                   const std::string& outFile) {
   gLastOutcome = RunOutcome::Failed;
   gSmallestPivotRatio = std::numeric_limits<double>::infinity();
+  gLastModes = BucklingModes{};
   auto run = std::make_unique<RunContext>();
   run->mesh = &mesh;
   run->analysis = &analysis;

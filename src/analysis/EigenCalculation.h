@@ -9,6 +9,7 @@
 #include <functional>
 #include <string>
 
+#include "analysis/SubspaceIteration.h"
 #include "common/TextRules.h"
 #include "model/Analysis.h"
 #include "model/Mesh.h"
@@ -46,6 +47,17 @@ double LastRunSmallestPivotRatio();
 // both. Each pivot is measured against its own row rather than the largest
 // diagonal, since a stiff brace spring raises only its own row's diagonal.
 inline constexpr double kTinyPivotRatio = 1e-10;
+
+// Further modes for the batch tool: when asked for, a run that found its
+// eigenvalue goes on to the `count` eigenvalues of smallest magnitude and
+// their shapes, by subspace iteration. It writes nothing for them, to the
+// listing or the model, and shows nothing: a run with none asked for (0, as
+// the desktop program always has it) is the run as it ever was.
+void Request_Modes(int count);
+// What the last run found of them: empty when none were asked for or the run
+// ended before them; `failure` says why when they were asked for and none
+// came.
+const BucklingModes& LastRunModes();
 
 class BandMatrix;
 
@@ -87,6 +99,9 @@ struct AnalysisHooks {
   // The stage-one matrix as it goes into the factoring, restraints and springs
   // applied; for the benchmark, which factors a copy of it by other means.
   std::function<void(const BandMatrix& K, int n, int bw)> StageOneMatrix;
+  // Stage two's K and Kg as they go into the iteration, restraints and springs
+  // applied; for tests that solve the eigenproblem by other means.
+  std::function<void(const BandMatrix& K, const BandMatrix& Kg, int n, int bw)> StageTwoMatrices;
 };
 AnalysisHooks& analysisHooks();
 

@@ -15,6 +15,7 @@
 #include "analysis/PlateMembrane.h"
 #include "analysis/RunArrays.h"
 #include "analysis/StiffenerMembrane.h"
+#include "analysis/SubspaceIteration.h"
 #include "model/Analysis.h"
 #include "model/Mesh.h"
 
@@ -78,6 +79,11 @@ void Checkpoint();
 // and throws RunBandOverflow.
 void Assemble(RunContext& run, const ElementMatrix& Ke, BandMatrix& M,
               std::span<const std::int16_t> dofs);
+
+// The count of further modes asked for by Request_Modes, and where the run
+// leaves what it found of them for LastRunModes.
+int Modes_Requested();
+void Store_Modes(BucklingModes modes);
 
 // Stage two, up to and including the eigenvalue iteration and the end mark of
 // the listing. Returns normally also when the iteration was cancelled.

@@ -13,6 +13,7 @@
 #include "session/ReportCommands.h"
 #include "session/VELKMain.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -48,7 +49,7 @@ const char* kUsage =
     "      reads a project (version 1.4 or 1.3) and prints its counts.\n"
     "  velk-batch run IN.inp [-o OUT.inp] [--listing FILE] [--deck FILE] [--vtu FILE]\n"
     "                 [--estimate X] [--max-shift N] [--max-cycle N] [--factor F]\n"
-    "                 [--sym] [--torsion] [--shear]\n"
+    "                 [--sym] [--torsion] [--shear] [--modes N]\n"
     "      runs the buckling analysis as the Run dialog does and prints its result, e.g.\n"
     "      \"Eigenvalue of 3.7480E-02\". Options not given take their defaults (3 shifts,\n"
     "      8 cycles, factor 0.8, unsymmetric start, no torsion or shear option); the\n"
@@ -57,6 +58,8 @@ const char* kUsage =
     "      and the deck; --vtu writes the model with its results for ParaView, as\n"
     "      export does. Exit status 1 when no eigenvalue was found, or when the\n"
     "      structure can move without deforming (a pivot under 1e-10 of its diagonal).\n"
+    "      --modes N (1 to 20) then prints the N eigenvalues of smallest magnitude,\n"
+    "      one a line: \"Mode 1 eigenvalue 2.4660E+04\".\n"
     "  velk-batch report IN.inp -o OUT.vrp\n"
     "  velk-batch grid IN.inp -o OUT.txt\n"
     "      write the report file or the displacement grid of the project as it stands,\n"
@@ -272,7 +275,7 @@ bool CopyIfMade(const std::string& from, const std::string& to) {
 
 // What `run` was asked for.
 struct RunRequest {
-  std::string in, out, listing, deck, vtu, estimate, shift, cycle, factor;
+  std::string in, out, listing, deck, vtu, estimate, shift, cycle, factor, modes;
   bool sym = false, torsion = false, shear = false;
 };
 
@@ -285,7 +288,8 @@ int ParseRun(const std::vector<std::string>& args, RunRequest& r) {
                                                       {"--estimate", &r.estimate},
                                                       {"--max-shift", &r.shift},
                                                       {"--max-cycle", &r.cycle},
-                                                      {"--factor", &r.factor}};
+                                                      {"--factor", &r.factor},
+                                                      {"--modes", &r.modes}};
   const std::map<std::string, bool*> flags = {
       {"--sym", &r.sym}, {"--torsion", &r.torsion}, {"--shear", &r.shear}};
   for (std::size_t i = 0; i < args.size(); ++i) {
@@ -330,9 +334,44 @@ bool ApplyRunOptions(const RunRequest& r) {
   return options.Unloaded;
 }
 
+// The count of --modes, 0 when not given; -1 (after the message) when it is
+// not a whole number from 1 to kMostModes.
+constexpr int kMostModes = 20;
+int ModesWanted(const std::string& text) {
+  if (text.empty()) return 0;
+  int count = 0;
+  const bool whole = !text.empty() && text.size() <= 2 &&
+                     std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+  if (whole) count = std::stoi(text);
+  if (count >= 1 && count <= kMostModes) return count;
+  std::cerr << "velk-batch: --modes takes a whole number from 1 to " << kMostModes << ", not '"
+            << text << "'\n";
+  return -1;
+}
+
+// The further modes of the run just made, one a line after its result; false
+// (with the reason on stderr) when they were not all found.
+bool PrintModes(int wanted) {
+  const BucklingModes& modes = LastRunModes();
+  if (modes.eigenvalues.size() != static_cast<std::size_t>(wanted)) {
+    std::cerr << "velk-batch: no further modes: "
+              << (modes.failure.empty() ? "the analysis did not get so far" : modes.failure)
+              << '\n';
+    return false;
+  }
+  for (int i = 0; i < wanted; ++i)
+    std::cout << "Mode " << i + 1 << " eigenvalue "
+              << Format(modes.eigenvalues[static_cast<std::size_t>(i)], "0.0000E+00") << '\n';
+  if (!modes.converged)
+    std::cerr << "velk-batch: the modes did not settle in " << modes.iterations << " cycles\n";
+  return modes.converged;
+}
+
 int Run(const std::vector<std::string>& args) {
   RunRequest r;
   if (const int usage = ParseRun(args, r)) return usage;
+  const int modes = ModesWanted(r.modes);
+  if (modes < 0) return 1;
 
   BatchHost host;
   InstallHost(&host);
@@ -347,6 +386,7 @@ int Run(const std::vector<std::string>& args) {
   frmEigen form;
   form.Form_Load();
   if (!r.estimate.empty()) form.txtEstimation = r.estimate;
+  Request_Modes(modes);
   host.Hold();
   form.cmdApply_Click();
   // A free structure factors on round-off: whatever eigenvalue (or division
@@ -361,6 +401,7 @@ int Run(const std::vector<std::string>& args) {
   }
   const bool completed = LastRunOutcome() == RunOutcome::Completed;
   const bool told = host.Release(completed);
+  const bool modesFound = !completed || modes == 0 || PrintModes(modes);
 
   bool copied = CopyIfMade(session().gTempOutFile, r.listing);
   copied = CopyIfMade(session().gTempInFile, r.deck) && copied;
@@ -370,7 +411,7 @@ int Run(const std::vector<std::string>& args) {
   }
   if (!r.out.empty() && !Save_Project_Path(r.out)) return 1;
   if (!r.vtu.empty() && !Write_Vtu_Path(r.vtu)) return 1;
-  return copied ? 0 : 1;
+  return copied && modesFound ? 0 : 1;
 }
 
 // `report`, `grid` and `export`: the project as it stands into one of the report files.

@@ -1,0 +1,186 @@
+// Further buckling modes by subspace iteration, against the full dense
+// eigenproblem of the same assembled K and Kg, on the plate, the stiffened
+// plate and the girder; their K-orthogonality; and the run left as it was.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+
+#include "RunModels.h"
+#include "SymmetricEigen.h"
+#include "analysis/BandMatrix.h"
+#include "analysis/EigenCalculation.h"
+#include "common/TextRules.h"
+
+namespace velk::test {
+namespace {
+
+Dense Full(const BandMatrix& M, int n, int bw, double sign) {
+  Dense a(n, Vector(n, 0.0));
+  for (int i = 1; i <= n; ++i)
+    for (int b = 1; b <= bw && i + b - 1 <= n; ++b)
+      a[i - 1][i + b - 2] = a[i + b - 2][i - 1] = sign * M(i, b);
+  return a;
+}
+
+// The eigenvalues of K phi = lambda G phi with K positive definite, every
+// finite one, by magnitude (positive first among equals): K = L L^T and the
+// symmetric L^-1 G L^-T, whose eigenvalues are 1 / lambda.
+Vector DenseBuckling(const Dense& K, const Dense& G) {
+  const int n = static_cast<int>(K.size());
+  Dense L(n, Vector(n, 0.0));
+  for (int j = 0; j < n; ++j) {
+    double d = K[j][j];
+    for (int c = 0; c < j; ++c)
+      d -= L[j][c] * L[j][c];
+    L[j][j] = std::sqrt(d);
+    for (int i = j + 1; i < n; ++i) {
+      double s = K[i][j];
+      for (int c = 0; c < j; ++c)
+        s -= L[i][c] * L[j][c];
+      L[i][j] = s / L[j][j];
+    }
+  }
+  const auto solveL = [&](const Dense& B) { // L^-1 B, column by column
+    Dense X(n, Vector(n, 0.0));
+    for (int col = 0; col < n; ++col)
+      for (int i = 0; i < n; ++i) {
+        double s = B[i][col];
+        for (int c = 0; c < i; ++c)
+          s -= L[i][c] * X[c][col];
+        X[i][col] = s / L[i][i];
+      }
+    return X;
+  };
+  Dense W = solveL(G);
+  for (int i = 0; i < n; ++i)
+    for (int j = 0; j < i; ++j)
+      std::swap(W[i][j], W[j][i]);
+  Vector lambda;
+  const Vector mu = SymmetricEigenvalues(solveL(W));
+  const double largest = MaxAbs(mu);
+  for (double m : mu)
+    if (std::abs(m) > 1e-10 * largest) lambda.push_back(1.0 / m);
+  std::sort(lambda.begin(), lambda.end(), [](double a, double b) {
+    const double d = std::abs(a) - std::abs(b);
+    return std::abs(d) > 1e-6 * std::abs(a) ? d < 0 : a > b;
+  });
+  return lambda;
+}
+
+double Dot(const Vector& x, const Vector& y) {
+  return std::inner_product(x.begin(), x.end(), y.begin(), 0.0);
+}
+
+class ModesTest : public RunFixture {
+protected:
+  void TearDown() override {
+    Request_Modes(0);
+    analysisHooks().StageTwoMatrices = nullptr;
+    RunFixture::TearDown();
+  }
+  // Builds the model, runs it with `modes` asked for, and keeps K and -Kg as
+  // the iteration got them.
+  void RunModes(const std::function<void()>& model, int modes) {
+    Restart();
+    model();
+    analysisHooks().StageTwoMatrices = [&](const BandMatrix& K, const BandMatrix& Kg, int n,
+                                           int bw) {
+      k = Full(K, n, bw, 1.0);
+      g = Full(Kg, n, bw, -1.0);
+    };
+    Request_Modes(modes);
+    eigenvalue = Run();
+    ASSERT_EQ(LastRunOutcome(), RunOutcome::Completed);
+  }
+
+  // Every mode against the dense solution, their K-orthogonality, and each
+  // shape's residual (K + lambda Kg) phi against the largest entry of K
+  // (the shape's own largest entry is 1).
+  void Check(int modes) {
+    const BucklingModes& found = LastRunModes();
+    ASSERT_TRUE(found.converged) << found.failure;
+    ASSERT_EQ(found.eigenvalues.size(), static_cast<std::size_t>(modes));
+    ASSERT_EQ(found.shapes.size(), static_cast<std::size_t>(modes));
+    const Vector dense = DenseBuckling(k, g);
+    ASSERT_GE(dense.size(), static_cast<std::size_t>(modes));
+    for (int i = 0; i < modes; ++i)
+      EXPECT_NEAR(found.eigenvalues[i], dense[i], 1e-7 * std::abs(dense[i])) << "mode " << i + 1;
+    EXPECT_EQ(Format(found.eigenvalues[0], "0.0000E+00"), Format(eigenvalue, "0.0000E+00"));
+
+    std::vector<Vector> kphi;
+    for (const Vector& phi : found.shapes)
+      kphi.push_back(Multiply(k, phi));
+    for (int i = 0; i < modes; ++i) {
+      const Vector gphi = Multiply(g, found.shapes[i]);
+      Vector r = kphi[i];
+      for (std::size_t e = 0; e < r.size(); ++e)
+        r[e] -= found.eigenvalues[i] * gphi[e];
+      EXPECT_LT(MaxAbs(r), 1e-5 * MaxAbs(k)) << "residual of mode " << i + 1;
+      EXPECT_DOUBLE_EQ(MaxAbs(found.shapes[i]), 1.0);
+      for (int j = 0; j < i; ++j) {
+        const double kij = Dot(found.shapes[i], kphi[j]);
+        const double scale =
+            std::sqrt(Dot(found.shapes[i], kphi[i]) * Dot(found.shapes[j], kphi[j]));
+        EXPECT_LT(std::abs(kij), 1e-8 * scale) << "modes " << j + 1 << " and " << i + 1;
+      }
+    }
+  }
+
+  Dense k, g;
+  double eigenvalue = 0.0;
+};
+
+TEST_F(ModesTest, PlateModesMatchTheDenseSolution) {
+  RunModes([] { Simply_Supported_Plate(6); }, 8);
+  Check(8);
+}
+
+TEST_F(ModesTest, StiffenedPlateModesMatchTheDenseSolution) {
+  RunModes([] { Stiffened_Plate(6); }, 5);
+  Check(5);
+}
+
+// Symmetric in its section and its moments: every mode comes with its twin
+// under the moments reversed, the positive one first.
+TEST_F(ModesTest, GirderModesComeInPairsOfEitherSign) {
+  RunModes(Girder_In_Bending, 6);
+  Check(6);
+  const Vector& l = LastRunModes().eigenvalues;
+  for (int i = 0; i < 6; i += 2) {
+    EXPECT_GT(l[i], 0.0);
+    EXPECT_NEAR(l[i + 1], -l[i], 1e-6 * l[i]);
+  }
+}
+
+// The run with modes asked for lists, stores and shows exactly what it does
+// without them; a request the geometric stiffness cannot meet fails alone.
+TEST_F(ModesTest, TheRunItselfStaysAsItWas) {
+  const auto plain = [&](int modes) {
+    Restart();
+    Simply_Supported_Plate(4);
+    Request_Modes(modes);
+    Run();
+    std::vector<std::string> shown;
+    for (const auto& m : host.messages)
+      shown.push_back(m.text);
+    std::vector<Single> z;
+    for (const auto& n : gMesh().Nodes())
+      z.push_back(n->zcoord);
+    return std::make_tuple(Listing(), shown, gAnalysis().EigenValue, z);
+  };
+  const auto without = plain(0);
+  EXPECT_TRUE(LastRunModes().eigenvalues.empty());
+  EXPECT_EQ(plain(3), without);
+  EXPECT_EQ(LastRunModes().eigenvalues.size(), 3u);
+
+  EXPECT_EQ(plain(20), without); // 9 free interior w on 4 x 4 elements, and their rotations
+  EXPECT_EQ(LastRunOutcome(), RunOutcome::Completed);
+  EXPECT_TRUE(LastRunModes().eigenvalues.empty());
+  EXPECT_NE(LastRunModes().failure.find("allows only"), std::string::npos)
+      << LastRunModes().failure;
+}
+
+} // namespace
+} // namespace velk::test
