@@ -73,19 +73,13 @@ int LeftEdge(const QImage& img, int y) {
   return -1;
 }
 
-// Answers the next modal dialog that `open` brings up; one left open is closed
-// so that a failed Apply cannot hang the test.
+// Answers the modal dialog that `open` brings up; false if none came.
 bool Answer(const std::function<void()>& open, const std::function<void(QDialog*)>& fill) {
   bool answered = false;
-  QTimer t;
-  QObject::connect(&t, &QTimer::timeout, [&] {
-    auto* d = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    if (answered || !d || !d->isVisible()) return;
+  const auto watch = WhenModal([&](QDialog* d) {
     answered = true;
     fill(d);
-    if (d->isVisible()) d->reject();
   });
-  t.start(10);
   open();
   return answered;
 }
