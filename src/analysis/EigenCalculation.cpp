@@ -338,6 +338,21 @@ const BucklingModes& LastRunModes() {
   return gLastModes;
 }
 
+std::vector<std::vector<Single>> Node_Mode_Shapes(const BucklingModes& modes, const Nodes& nodes) {
+  std::vector<std::vector<Single>> byNode;
+  for (const std::vector<double>& shape : modes.shapes) {
+    std::vector<Single> w(static_cast<std::size_t>(nodes.Count()), 0.0f);
+    // Analysis node i holds freedoms 3i - 2 (w) to 3i; UvID leads back to the
+    // model's node.
+    const std::size_t points = shape.size() / 3;
+    for (std::size_t i = 1; i <= points; ++i)
+      w[static_cast<std::size_t>(nodes.Item(static_cast<long>(i))->UvID) - 1] =
+          CSng(shape[3 * i - 3]);
+    byNode.push_back(std::move(w));
+  }
+  return byNode;
+}
+
 void Store_Modes(BucklingModes modes) {
   gLastModes = std::move(modes);
 }

@@ -58,6 +58,10 @@ void Request_Modes(int count);
 // ended before them; `failure` says why when they were asked for and none
 // came.
 const BucklingModes& LastRunModes();
+// The out-of-plane part of each of those shapes by node position (entry p - 1
+// for the node at position p), as the run stores its own mode in zcoord;
+// nodes outside the structure get 0.
+std::vector<std::vector<Single>> Node_Mode_Shapes(const BucklingModes& modes, const Nodes& nodes);
 
 class BandMatrix;
 

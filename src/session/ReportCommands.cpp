@@ -23,9 +23,9 @@ void GridFileStep(const std::string& path) {
   file.Close();
 }
 
-void VtuFileStep(const std::string& path) {
+void VtuFileStep(const std::string& path, const std::vector<ModeShape>& extraModes) {
   OutFile file(path);
-  Write_Vtu_To(file, gMesh());
+  Write_Vtu_To(file, gMesh(), extraModes);
   file.Close();
 }
 
@@ -61,8 +61,8 @@ bool Write_GridFile_Path(const std::string& path) {
   return Run_File_Command("File Error!", [&] { GridFileStep(path); });
 }
 
-bool Write_Vtu_Path(const std::string& path) {
-  return Run_File_Command("File Error!", [&] { VtuFileStep(path); });
+bool Write_Vtu_Path(const std::string& path, const std::vector<ModeShape>& extraModes) {
+  return Run_File_Command("File Error!", [&] { VtuFileStep(path, extraModes); });
 }
 
 } // namespace velk

@@ -3,6 +3,9 @@
 // with their save dialogs, and the same without a dialog for a build without
 // windows. Failures go the way of every file command ("File Error!").
 #include <string>
+#include <vector>
+
+#include "reports/VtuFile.h"
 
 namespace velk {
 
@@ -12,7 +15,8 @@ void Write_GridFile();
 // True when the file has been written; false after the messages of a failure.
 bool Write_Report_Path(const std::string& path);
 bool Write_GridFile_Path(const std::string& path);
-// The model and its results as a VTK unstructured grid for outside viewers.
-bool Write_Vtu_Path(const std::string& path);
+// The model and its results as a VTK unstructured grid for outside viewers,
+// with further mode shapes (by node position) after the model's own.
+bool Write_Vtu_Path(const std::string& path, const std::vector<ModeShape>& extraModes = {});
 
 } // namespace velk

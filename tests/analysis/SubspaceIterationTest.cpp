@@ -152,6 +152,26 @@ TEST_F(ModesTest, GirderModesComeInPairsOfEitherSign) {
     EXPECT_GT(l[i], 0.0);
     EXPECT_NEAR(l[i + 1], -l[i], 1e-6 * l[i]);
   }
+  // By node, mode 1 is the shape the run stored and its twin is mode 1
+  // mirrored about the web's mid-height.
+  const auto shapes = Node_Mode_Shapes(LastRunModes(), gMesh().Nodes());
+  ASSERT_EQ(shapes.size(), 6u);
+  const auto at = [&](int k, int ix, int iy) { return shapes[k][GridNode(ix, iy).ID - 1]; };
+  const Nodeb& peak = *std::max_element(gMesh().Nodes().begin(), gMesh().Nodes().end(),
+                                        [](const auto& a, const auto& b) {
+                                          return std::abs(a->zcoord) < std::abs(b->zcoord);
+                                        })
+                           ->get();
+  double twin = 0.0;
+  for (int ix = 0; ix <= 14; ++ix)
+    for (int iy = 0; iy <= 3; ++iy)
+      if (&GridNode(ix, iy) == &peak) twin = at(1, ix, 3 - iy) / at(0, ix, iy);
+  for (int ix = 0; ix <= 14; ++ix)
+    for (int iy = 0; iy <= 3; ++iy) {
+      EXPECT_NEAR(at(0, ix, iy), GridNode(ix, iy).zcoord, 1e-5) << ix << ',' << iy;
+      EXPECT_NEAR(at(1, ix, 3 - iy), twin * at(0, ix, iy), 1e-5) << ix << ',' << iy;
+    }
+  EXPECT_NEAR(std::abs(twin), 1.0, 1e-5);
 }
 
 // The run with modes asked for lists, stores and shows exactly what it does

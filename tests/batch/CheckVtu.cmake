@@ -1,4 +1,4 @@
-# Runs a project with --vtu, then checks the grid through meshio. Skipped (message "meshio is absent")
+# Runs a project with --vtu and a second mode, then checks the grid through meshio. Skipped (message "meshio is absent")
 # when no python3 on the path or in /usr/bin can import meshio.
 #   -DBATCH=velk-batch -DIN=in.inp -DWORK=folder -DCHECK=VtuCheck.py
 set(python "")
@@ -20,7 +20,7 @@ endif()
 
 set(vtu ${WORK}/run.vtu)
 file(REMOVE ${vtu})
-execute_process(COMMAND ${BATCH} run ${IN} --vtu ${vtu} RESULT_VARIABLE rc)
+execute_process(COMMAND ${BATCH} run ${IN} --modes 2 --vtu ${vtu} RESULT_VARIABLE rc)
 if(NOT rc EQUAL 0)
   message(FATAL_ERROR "run failed with ${rc}")
 endif()

@@ -67,7 +67,8 @@ const char* kUsage =
     "  velk-batch export IN.inp -o OUT.vtu\n"
     "      writes the model of the project as it stands, with its results if it holds\n"
     "      them, as a VTK unstructured grid (ASCII .vtu): plates as quads, stiffeners as\n"
-    "      lines, the buckled shape as the vector array Mode1.\n"
+    "      lines, the buckled shape as the vector array Mode1; run --vtu with --modes N\n"
+    "      adds the further shapes as Mode2 to ModeN.\n"
     "messages of a failure go to stderr, each as \"velk-batch: MESSAGE\".\n"
     "exit status: 0 success, 1 the command failed, 2 usage error\n";
 
@@ -340,8 +341,9 @@ constexpr int kMostModes = 20;
 int ModesWanted(const std::string& text) {
   if (text.empty()) return 0;
   int count = 0;
-  const bool whole = !text.empty() && text.size() <= 2 &&
-                     std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+  const bool whole =
+      !text.empty() && text.size() <= 2 &&
+      std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
   if (whole) count = std::stoi(text);
   if (count >= 1 && count <= kMostModes) return count;
   std::cerr << "velk-batch: --modes takes a whole number from 1 to " << kMostModes << ", not '"
@@ -365,6 +367,13 @@ bool PrintModes(int wanted) {
   if (!modes.converged)
     std::cerr << "velk-batch: the modes did not settle in " << modes.iterations << " cycles\n";
   return modes.converged;
+}
+
+// Modes 2, 3... of the run just made, by node, for the export.
+std::vector<ModeShape> FurtherShapes() {
+  std::vector<ModeShape> shapes = Node_Mode_Shapes(LastRunModes(), gMesh().Nodes());
+  if (!shapes.empty()) shapes.erase(shapes.begin());
+  return shapes;
 }
 
 int Run(const std::vector<std::string>& args) {
@@ -410,7 +419,9 @@ int Run(const std::vector<std::string>& args) {
     return 1;
   }
   if (!r.out.empty() && !Save_Project_Path(r.out)) return 1;
-  if (!r.vtu.empty() && !Write_Vtu_Path(r.vtu)) return 1;
+  if (!r.vtu.empty() &&
+      !Write_Vtu_Path(r.vtu, modes > 1 && modesFound ? FurtherShapes() : std::vector<ModeShape>{}))
+    return 1;
   return copied && modesFound ? 0 : 1;
 }
 
@@ -455,7 +466,8 @@ int main(int argc, char** argv) {
     if (cmd == "run") return Run(args);
     if (cmd == "report") return Report(args, Write_Report_Path);
     if (cmd == "grid") return Report(args, Write_GridFile_Path);
-    if (cmd == "export") return Report(args, Write_Vtu_Path);
+    if (cmd == "export")
+      return Report(args, [](const std::string& out) { return Write_Vtu_Path(out); });
   } catch (const std::exception& e) {
     std::cerr << "velk-batch: " << e.what() << '\n';
     return 1;
