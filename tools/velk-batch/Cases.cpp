@@ -172,7 +172,7 @@ TemporaryFolderGuard::~TemporaryFolderGuard() {
   std::filesystem::remove_all(path_, ec);
 }
 
-RunEnd Run_Girder(BatchHost& host, const std::string& estimate, int modes) {
+RunEnd Run_Model(BatchHost& host, const std::string& estimate, int modes) {
   frmEigen form;
   form.Form_Load();
   if (!estimate.empty()) form.txtEstimation = estimate;

@@ -80,6 +80,6 @@ enum class RunEnd { Completed, Free, Failed };
 // structure factors on round-off: whatever eigenvalue (or division by zero)
 // came of it means nothing, so its messages are discarded and Free tells
 // the cause instead.
-RunEnd Run_Girder(BatchHost& host, const std::string& estimate, int modes);
+RunEnd Run_Model(BatchHost& host, const std::string& estimate, int modes);
 
 } // namespace velk::batch

@@ -204,7 +204,7 @@ CaseResult RunCase(const GirderRequest& girder, const RunRequest& options) {
       result.failure = Joined(host.Take());
     } else {
       TemporaryFolderGuard folder;
-      const RunEnd end = Run_Girder(host, options.estimate, 0);
+      const RunEnd end = Run_Model(host, options.estimate, 0);
       const std::vector<std::string> texts = host.Take();
       const std::string said = "Eigenvalue of ";
       const auto eigen = std::find_if(texts.begin(), texts.end(),

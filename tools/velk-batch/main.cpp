@@ -226,7 +226,7 @@ int Run(const std::vector<std::string>& args) {
   if (!ApplyRunOptions(r)) return Usage("invalid iteration option");
 
   TemporaryFolderGuard folder;
-  const RunEnd end = Run_Girder(host, r.estimate, modes);
+  const RunEnd end = Run_Model(host, r.estimate, modes);
   if (end == RunEnd::Free) {
     std::cerr << "velk-batch: " << kFreeStructure << '\n';
     CopyIfMade(session().gTempOutFile, r.listing);
