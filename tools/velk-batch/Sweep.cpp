@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <charconv>
 #include <chrono>
@@ -21,7 +22,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -155,8 +155,8 @@ int ParseSweep(const std::vector<std::string>& args, SweepRequest& s) {
     const auto k = slash == std::string::npos
                        ? std::nullopt
                        : WholeNumber(shard.substr(0, slash), 1, static_cast<int>(kMostCases));
-    const auto n = k ? WholeNumber(shard.substr(slash + 1), *k, static_cast<int>(kMostCases))
-                     : std::nullopt;
+    const auto n =
+        k ? WholeNumber(shard.substr(slash + 1), *k, static_cast<int>(kMostCases)) : std::nullopt;
     if (!n) return Usage("--shard takes K/N with 1 <= K <= N, not '" + shard + "'");
     s.shard = *k;
     s.shards = *n;
@@ -167,14 +167,16 @@ int ParseSweep(const std::vector<std::string>& args, SweepRequest& s) {
                  "one has no Qt");
 #endif
     std::string ext = std::filesystem::path(s.plot).extension().string();
-    std::transform(ext.begin(), ext.end(), ext.begin(), [](unsigned char c) { return std::tolower(c); });
+    std::transform(ext.begin(), ext.end(), ext.begin(),
+                   [](unsigned char c) { return std::tolower(c); });
     if (ext != ".png" && ext != ".svg") return Usage("--plot takes a .png or .svg file");
   }
   return 0;
 }
 
 std::string OneLine(std::string text) {
-  std::replace_if(text.begin(), text.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; }, ' ');
+  std::replace_if(
+      text.begin(), text.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; }, ' ');
   return text;
 }
 
@@ -220,16 +222,15 @@ CaseResult RunCase(const GirderRequest& girder, const RunRequest& options) {
     result.failure = OneLine(e.what());
   }
   if (result.failure.empty() && result.eigenvalue.empty()) result.failure = "no eigenvalue";
-  result.seconds =
-      std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
   return result;
 }
 
 std::string Encode(const CaseResult& r) {
   char seconds[32];
   std::snprintf(seconds, sizeof seconds, "%.6f", r.seconds);
-  return r.eigenvalue + '\t' + std::to_string(r.equations) + '\t' +
-         std::to_string(r.bandwidth) + '\t' + seconds + '\t' + r.failure + '\n';
+  return r.eigenvalue + '\t' + std::to_string(r.equations) + '\t' + std::to_string(r.bandwidth) +
+         '\t' + seconds + '\t' + r.failure + '\n';
 }
 
 std::optional<CaseResult> Decode(const std::string& line) {
@@ -275,8 +276,8 @@ std::vector<std::optional<CaseResult>> RunCases(const SweepRequest& s,
   std::size_t next = 0;
   auto tell = [&](std::size_t index) {
     const CaseResult& r = *results[index];
-    std::cerr << "velk-batch: case " << index + 1 << '/' << values.size() << ' ' << s.field
-              << '=' << values[index] << ": "
+    std::cerr << "velk-batch: case " << index + 1 << '/' << values.size() << ' ' << s.field << '='
+              << values[index] << ": "
               << (r.failure.empty() ? r.eigenvalue : "failed: " + r.failure) << '\n';
   };
   std::cout.flush();
@@ -305,8 +306,8 @@ std::vector<std::optional<CaseResult>> RunCases(const SweepRequest& s,
         ::_exit(0);
       }
       if (pid < 0) {
-        results[index] = CaseResult{{}, 0, 0, 0, std::string("cannot start its process: ") +
-                                                     std::strerror(errno)};
+        results[index] = CaseResult{
+            {}, 0, 0, 0, std::string("cannot start its process: ") + std::strerror(errno)};
         tell(index);
         continue;
       }
@@ -399,12 +400,10 @@ int Sweep(const std::vector<std::string>& args) {
     const bool staged = r.equations > 0;
     char seconds[32];
     std::snprintf(seconds, sizeof seconds, "%.3f", r.seconds);
-    csv << values[i] << ',' << r.eigenvalue << ','
-        << (staged ? std::to_string(r.equations) : "") << ','
-        << (staged ? std::to_string(r.bandwidth) : "") << ',' << seconds << ','
+    csv << values[i] << ',' << r.eigenvalue << ',' << (staged ? std::to_string(r.equations) : "")
+        << ',' << (staged ? std::to_string(r.bandwidth) : "") << ',' << seconds << ','
         << CsvField(r.failure) << '\n';
-    if (r.failure.empty())
-      points.emplace_back(TextToDouble(values[i]), TextToDouble(r.eigenvalue));
+    if (r.failure.empty()) points.emplace_back(TextToDouble(values[i]), TextToDouble(r.eigenvalue));
   }
   csv.close();
   if (!csv) {

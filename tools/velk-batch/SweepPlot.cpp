@@ -117,8 +117,8 @@ bool Plot_Sweep(const std::string& file, const std::string& field,
   // on the desktop it runs without (runtime folder, fonts) are not the
   // user's concern; a file that cannot be written is told below.
   qputenv("QT_QPA_PLATFORM", "offscreen");
-  const QtMessageHandler before = qInstallMessageHandler(
-      [](QtMsgType type, const QMessageLogContext&, const QString& text) {
+  const QtMessageHandler before =
+      qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
         if (type == QtCriticalMsg || type == QtFatalMsg)
           std::cerr << "velk-batch: " << text.toStdString() << '\n';
       });
