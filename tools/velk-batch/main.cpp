@@ -1,17 +1,17 @@
 // velk-batch: the program's logic without windows, for scripted studies and
 // regression tests.
-#include "analysis/Deck.h"
 #include "analysis/EigenCalculation.h"
 #include "common/Host.h"
 #include "common/ProgramFolder.h"
 #include "common/TextRules.h"
-#include "forms/frmAnalysisOption.h"
-#include "forms/frmBeamShape.h"
-#include "forms/frmEigen.h"
-#include "mesh/LoadRules.h"
 #include "session/ProjectFile.h"
 #include "session/ReportCommands.h"
 #include "session/VELKMain.h"
+
+#include "BatchHost.h"
+#include "Cases.h"
+#include "Sweep.h"
+#include "Usage.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -26,6 +26,7 @@
 #include <vector>
 
 using namespace velk;
+using namespace velk::batch;
 
 namespace {
 
@@ -69,147 +70,45 @@ const char* kUsage =
     "      them, as a VTK unstructured grid (ASCII .vtu): plates as quads, stiffeners as\n"
     "      lines, the buckled shape as the vector array Mode1; run --vtu with --modes N\n"
     "      adds the further shapes as Mode2 to ModeN.\n"
+    "  velk-batch sweep FIELD=FROM:TO:STEP [FIELD=TEXT ...] [RULE ...] [--estimate X]\n"
+    "                   [--max-shift N] [--max-cycle N] [--factor F] [--sym] [--torsion]\n"
+    "                   [--shear] -o STUDY.csv [--plot FILE.png|FILE.svg] [--jobs N]\n"
+    "                   [--shard K/N]\n"
+    "      generates and runs one girder for each value FROM, FROM+STEP, ... up to TO of\n"
+    "      one field, the other fields and the rules as for generate, the options as\n"
+    "      for run, and writes one row a case: \"FIELD,eigenvalue,equations,bandwidth,\n"
+    "      seconds,failure\" (the eigenvalue as run prints it; equations and bandwidth\n"
+    "      of the buckling stage; the failure's message, empty for a case that found\n"
+    "      its eigenvalue). Cases run in N processes at once (default: one a core)\n"
+    "      and each tells its end on stderr; rows come in the order of the field.\n"
+    "      --plot draws the eigenvalue over the field. --shard K/N runs only the cases\n"
+    "      i (from 0) with i % N = K-1, so N jobs together make the whole study.\n"
+    "      Exit status 1 when no case found its eigenvalue.\n"
     "messages of a failure go to stderr, each as \"velk-batch: MESSAGE\".\n"
     "exit status: 0 success, 1 the command failed, 2 usage error\n";
 
-// Every message the logic shows is a failure, printed on stderr as one line
-// with the tool's prefix; only a run that finds its eigenvalue has messages of
-// its own, its result, which go to stdout. Questions take their first answer
-// (OK, Yes).
-class BatchHost final : public QuietHost {
-public:
-  int MsgBox(const std::string& text, int buttons, const std::string&) override {
-    if (holding_)
-      held_.push_back(text);
-    else
-      std::cerr << "velk-batch: " << text << '\n';
-    return DefaultAnswer(buttons);
-  }
-  // A run's messages wait for its outcome to know their stream.
-  void Hold() { holding_ = true; }
-  // Prints what was held, on stdout for a run that succeeded; false when
-  // nothing was held.
-  bool Release(bool succeeded) {
-    holding_ = false;
-    for (const std::string& text : held_)
-      (succeeded ? std::cout : std::cerr) << (succeeded ? "" : "velk-batch: ") << text << '\n';
-    const bool any = !held_.empty();
-    held_.clear();
-    return any;
-  }
-
-  // Forgets what was held: the run's own words would mislead.
-  void Discard() {
-    holding_ = false;
-    held_.clear();
-  }
-
-private:
-  bool holding_ = false;
-  std::vector<std::string> held_;
-};
-
-int Usage(const std::string& why) {
-  if (!why.empty()) std::cerr << "velk-batch: " << why << '\n';
-  std::cerr << kUsage;
-  return 2;
-}
-
-std::map<std::string, std::string*> FieldsOf(frmBeamShape& f) {
-  return {{"txtBL", &f.txtBL},
-          {"txtBTFW", &f.txtBTFW},
-          {"txtBTFT", &f.txtBTFT},
-          {"txtBWH", &f.txtBWH},
-          {"txtBWT", &f.txtBWT},
-          {"txtBBFW", &f.txtBBFW},
-          {"txtBBFT", &f.txtBBFT},
-          {"txtBTFWE", &f.txtBTFWE},
-          {"txtBTFTE", &f.txtBTFTE},
-          {"txtBWHE", &f.txtBWHE},
-          {"txtBWTE", &f.txtBWTE},
-          {"txtBBFWE", &f.txtBBFWE},
-          {"txtBBFTE", &f.txtBBFTE},
-          {"txtOffset", &f.txtOffset},
-          {"txtMOE", &f.txtMOE},
-          {"txtPR", &f.txtPR},
-          {"txtNumXElements", &f.txtNumXElements},
-          {"txtNumYElements", &f.txtNumYElements}};
-}
-
-// A rule of `generate`, applied to the new mesh in the order given.
-struct Rule {
-  std::string option, value;
-};
-
-const std::map<std::string, void (*)(Mesh&, const BeamShape&, double)>& LoadRules() {
-  static const std::map<std::string, void (*)(Mesh&, const BeamShape&, double)> rules = {
-      {"--moment", Apply_End_Moment},        {"--axial", Apply_Axial_Load},
-      {"--point", Apply_Point_Load},         {"--udl", Apply_Line_Load},
-      {"--edge-sx", Apply_Edge_Compression}, {"--edge-sxy", Apply_Edge_Shear}};
-  return rules;
-}
-
-// False, with the message on stderr, when a rule does not fit the model.
-bool ApplyRules(const std::vector<Rule>& rules) {
-  for (const Rule& r : rules) {
-    try {
-      if (r.option == "--supports") {
-        if (r.value == "fork")
-          Apply_Fork_Supports(gMesh(), gBeamShape());
-        else
-          Apply_Simple_Supports(gMesh(), gBeamShape());
-      } else {
-        LoadRules().at(r.option)(gMesh(), gBeamShape(), TextToDouble(r.value));
-      }
-    } catch (const RuleRefused& e) {
-      std::cerr << "velk-batch: " << r.option << ' ' << r.value << ": " << e.what() << '\n';
-      return false;
-    }
-  }
-  return true;
-}
-
 int Generate(const std::vector<std::string>& args) {
-  std::string out;
-  std::vector<std::pair<std::string, std::string>> sets;
-  std::vector<Rule> rules;
+  std::string out, why;
+  GirderRequest girder;
   for (std::size_t i = 0; i < args.size(); ++i) {
     const std::string& a = args[i];
     if (a == "-o") {
       if (i + 1 >= args.size()) return Usage("-o needs a file name");
       out = args[++i];
-    } else if (a == "--supports" || LoadRules().count(a)) {
-      if (i + 1 >= args.size()) return Usage(a + " needs a value");
-      const std::string& v = args[++i];
-      if (a == "--supports" ? v != "fork" && v != "simple" : !IsNumeric(v))
-        return Usage(a + (a == "--supports" ? " takes fork or simple" : " takes a number"));
-      rules.push_back({a, v});
+    } else if (const Taken t = TakeRule(args, i, girder, why); t != Taken::No) {
+      if (t == Taken::Refused) return Usage(why);
     } else if (auto eq = a.find('='); eq != std::string::npos && eq > 0) {
-      sets.emplace_back(a.substr(0, eq), a.substr(eq + 1));
+      girder.fields.emplace_back(a.substr(0, eq), a.substr(eq + 1));
     } else {
       return Usage("unexpected argument '" + a + "'");
     }
   }
   if (out.empty()) return Usage("generate needs -o OUT.inp");
+  if (const std::string bad = CheckFields(girder); !bad.empty()) return Usage(bad);
 
   BatchHost host;
   InstallHost(&host);
-  frmBeamShape form;
-  auto fields = FieldsOf(form);
-  for (const auto& [name, text] : sets)
-    if (name != "chkProportionalMesh" && !fields.count(name))
-      return Usage("unknown field '" + name + "'");
-  form.Form_Activate();
-  for (const auto& [name, text] : sets) {
-    if (name == "chkProportionalMesh") {
-      if (text != "0" && text != "1") return Usage("chkProportionalMesh takes 0 or 1");
-      form.chkProportionalMesh = text == "1";
-    } else {
-      *fields[name] = text;
-    }
-  }
-  form.cmdGenerate_Click();
-  if (!form.Unloaded || !ApplyRules(rules)) return 1;
+  if (!Generate_Girder(girder)) return 1;
   return Save_Project_Path(out) ? 0 : 1;
 }
 
@@ -243,27 +142,6 @@ int Info(const std::vector<std::string>& args) {
   return 0;
 }
 
-// A folder of our own for the deck and the listing, removed on the way out.
-class TemporaryFolderGuard {
-public:
-  TemporaryFolderGuard() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "velk-batch-XXXXXX").string();
-    if (!::mkdtemp(pattern.data())) throw std::runtime_error("cannot create a temporary folder");
-    path_ = pattern;
-    SetTemporaryFolder(path_);
-  }
-  ~TemporaryFolderGuard() {
-    SetTemporaryFolder("");
-    std::error_code ec;
-    std::filesystem::remove_all(path_, ec);
-  }
-  TemporaryFolderGuard(const TemporaryFolderGuard&) = delete;
-  TemporaryFolderGuard& operator=(const TemporaryFolderGuard&) = delete;
-
-private:
-  std::string path_;
-};
-
 // Copies a file of the run where the user asked; a missing file (a run that
 // never got so far) is not copied.
 bool CopyIfMade(const std::string& from, const std::string& to) {
@@ -274,32 +152,21 @@ bool CopyIfMade(const std::string& from, const std::string& to) {
   return !ec;
 }
 
-// What `run` was asked for.
-struct RunRequest {
-  std::string in, out, listing, deck, vtu, estimate, shift, cycle, factor, modes;
-  bool sym = false, torsion = false, shear = false;
-};
-
 // 0 when the arguments make a request, else the usage error's exit status.
 int ParseRun(const std::vector<std::string>& args, RunRequest& r) {
   const std::map<std::string, std::string*> valued = {{"-o", &r.out},
                                                       {"--listing", &r.listing},
                                                       {"--deck", &r.deck},
                                                       {"--vtu", &r.vtu},
-                                                      {"--estimate", &r.estimate},
-                                                      {"--max-shift", &r.shift},
-                                                      {"--max-cycle", &r.cycle},
-                                                      {"--factor", &r.factor},
                                                       {"--modes", &r.modes}};
-  const std::map<std::string, bool*> flags = {
-      {"--sym", &r.sym}, {"--torsion", &r.torsion}, {"--shear", &r.shear}};
+  std::string why;
   for (std::size_t i = 0; i < args.size(); ++i) {
     const std::string& a = args[i];
-    if (auto v = valued.find(a); v != valued.end()) {
+    if (const Taken t = TakeIterationOption(args, i, r, why); t != Taken::No) {
+      if (t == Taken::Refused) return Usage(why);
+    } else if (auto v = valued.find(a); v != valued.end()) {
       if (i + 1 >= args.size()) return Usage(a + " needs a value");
       *v->second = args[++i];
-    } else if (auto f = flags.find(a); f != flags.end()) {
-      *f->second = true;
     } else if (!a.empty() && a[0] != '-' && r.in.empty()) {
       r.in = a;
     } else {
@@ -309,30 +176,6 @@ int ParseRun(const std::vector<std::string>& args, RunRequest& r) {
   if (r.in.empty()) return Usage("run needs a project file");
   if (!r.estimate.empty() && !IsNumeric(r.estimate)) return Usage("--estimate takes a number");
   return 0;
-}
-
-// The options: the defaults, then the flags, through the options dialog's
-// own checks. False when the dialog refused them.
-bool ApplyRunOptions(const RunRequest& r) {
-  const Analysis defaults;
-  Analysis& a = gAnalysis();
-  a.MaxShift = defaults.MaxShift;
-  a.MaxCycle = defaults.MaxCycle;
-  a.ShiftFactor = defaults.ShiftFactor;
-  a.IGSTF = defaults.IGSTF;
-  a.ISHEAR = defaults.ISHEAR;
-  a.OptionInitialB = defaults.OptionInitialB;
-  frmAnalysisOption options;
-  options.Form_Load();
-  if (!r.shift.empty()) options.txtShift = r.shift;
-  if (!r.cycle.empty()) options.txtCycle = r.cycle;
-  if (!r.factor.empty()) options.txtFactor = r.factor;
-  options.chktorsion = r.torsion ? 1 : 0;
-  options.chkshear = r.shear ? 1 : 0;
-  options.optAll = r.sym;
-  options.optOneThird = !r.sym;
-  options.cmdApply_Click();
-  return options.Unloaded;
 }
 
 // The count of --modes, 0 when not given; -1 (after the message) when it is
@@ -392,23 +235,14 @@ int Run(const std::vector<std::string>& args) {
   if (!ApplyRunOptions(r)) return Usage("invalid iteration option");
 
   TemporaryFolderGuard folder;
-  frmEigen form;
-  form.Form_Load();
-  if (!r.estimate.empty()) form.txtEstimation = r.estimate;
-  Request_Modes(modes);
-  host.Hold();
-  form.cmdApply_Click();
-  // A free structure factors on round-off: whatever eigenvalue (or division
-  // by zero) came of it means nothing, so the cause is told instead.
-  if (LastRunSmallestPivotRatio() < kTinyPivotRatio) {
-    host.Discard();
-    std::cerr << "velk-batch: the structure is not restrained against rigid-body motion; "
-                 "check the restraints\n";
+  const RunEnd end = Run_Model(host, r.estimate, modes);
+  if (end == RunEnd::Free) {
+    std::cerr << "velk-batch: " << kFreeStructure << '\n';
     CopyIfMade(session().gTempOutFile, r.listing);
     CopyIfMade(session().gTempInFile, r.deck);
     return 1;
   }
-  const bool completed = LastRunOutcome() == RunOutcome::Completed;
+  const bool completed = end == RunEnd::Completed;
   const bool told = host.Release(completed);
   const bool modesFound = !completed || modes == 0 || PrintModes(modes);
 
@@ -449,6 +283,12 @@ int Report(const std::vector<std::string>& args, bool (*write)(const std::string
 
 } // namespace
 
+int velk::batch::Usage(const std::string& why) {
+  if (!why.empty()) std::cerr << "velk-batch: " << why << '\n';
+  std::cerr << kUsage;
+  return 2;
+}
+
 int main(int argc, char** argv) {
   std::vector<std::string> args(argv + 1, argv + argc);
   if (args.empty()) return Usage("");
@@ -468,6 +308,7 @@ int main(int argc, char** argv) {
     if (cmd == "grid") return Report(args, Write_GridFile_Path);
     if (cmd == "export")
       return Report(args, [](const std::string& out) { return Write_Vtu_Path(out); });
+    if (cmd == "sweep") return Sweep(args);
   } catch (const std::exception& e) {
     std::cerr << "velk-batch: " << e.what() << '\n';
     return 1;

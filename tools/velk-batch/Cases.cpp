@@ -1,0 +1,189 @@
+#include "Cases.h"
+
+#include "BatchHost.h"
+#include "analysis/Deck.h"
+#include "analysis/EigenCalculation.h"
+#include "common/Host.h"
+#include "common/TextRules.h"
+#include "forms/frmAnalysisOption.h"
+#include "forms/frmEigen.h"
+#include "mesh/LoadRules.h"
+#include "session/VELKMain.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+
+namespace velk::batch {
+
+namespace {
+
+const std::map<std::string, void (*)(Mesh&, const BeamShape&, double)>& LoadRules() {
+  static const std::map<std::string, void (*)(Mesh&, const BeamShape&, double)> rules = {
+      {"--moment", Apply_End_Moment},        {"--axial", Apply_Axial_Load},
+      {"--point", Apply_Point_Load},         {"--udl", Apply_Line_Load},
+      {"--edge-sx", Apply_Edge_Compression}, {"--edge-sxy", Apply_Edge_Shear}};
+  return rules;
+}
+
+// False, after the message, when a rule does not fit the model.
+bool ApplyRules(const std::vector<Rule>& rules) {
+  for (const Rule& r : rules) {
+    try {
+      if (r.option == "--supports") {
+        if (r.value == "fork")
+          Apply_Fork_Supports(gMesh(), gBeamShape());
+        else
+          Apply_Simple_Supports(gMesh(), gBeamShape());
+      } else {
+        LoadRules().at(r.option)(gMesh(), gBeamShape(), TextToDouble(r.value));
+      }
+    } catch (const RuleRefused& e) {
+      MsgBox(r.option + ' ' + r.value + ": " + e.what());
+      return false;
+    }
+  }
+  return true;
+}
+
+} // namespace
+
+std::map<std::string, std::string*> FieldsOf(frmBeamShape& f) {
+  return {{"txtBL", &f.txtBL},
+          {"txtBTFW", &f.txtBTFW},
+          {"txtBTFT", &f.txtBTFT},
+          {"txtBWH", &f.txtBWH},
+          {"txtBWT", &f.txtBWT},
+          {"txtBBFW", &f.txtBBFW},
+          {"txtBBFT", &f.txtBBFT},
+          {"txtBTFWE", &f.txtBTFWE},
+          {"txtBTFTE", &f.txtBTFTE},
+          {"txtBWHE", &f.txtBWHE},
+          {"txtBWTE", &f.txtBWTE},
+          {"txtBBFWE", &f.txtBBFWE},
+          {"txtBBFTE", &f.txtBBFTE},
+          {"txtOffset", &f.txtOffset},
+          {"txtMOE", &f.txtMOE},
+          {"txtPR", &f.txtPR},
+          {"txtNumXElements", &f.txtNumXElements},
+          {"txtNumYElements", &f.txtNumYElements}};
+}
+
+bool IsField(const std::string& name) {
+  frmBeamShape form;
+  return name == "chkProportionalMesh" || FieldsOf(form).count(name) != 0;
+}
+
+Taken TakeRule(const std::vector<std::string>& args, std::size_t& i, GirderRequest& g,
+               std::string& why) {
+  const std::string& a = args[i];
+  if (a != "--supports" && !LoadRules().count(a)) return Taken::No;
+  if (i + 1 >= args.size()) {
+    why = a + " needs a value";
+    return Taken::Refused;
+  }
+  const std::string& v = args[++i];
+  if (a == "--supports" ? v != "fork" && v != "simple" : !IsNumeric(v)) {
+    why = a + (a == "--supports" ? " takes fork or simple" : " takes a number");
+    return Taken::Refused;
+  }
+  g.rules.push_back({a, v});
+  return Taken::Yes;
+}
+
+std::string CheckFields(const GirderRequest& g) {
+  for (const auto& [name, text] : g.fields)
+    if (!IsField(name)) return "unknown field '" + name + "'";
+  for (const auto& [name, text] : g.fields)
+    if (name == "chkProportionalMesh" && text != "0" && text != "1")
+      return "chkProportionalMesh takes 0 or 1";
+  return {};
+}
+
+bool Generate_Girder(const GirderRequest& g) {
+  frmBeamShape form;
+  auto fields = FieldsOf(form);
+  form.Form_Activate();
+  for (const auto& [name, text] : g.fields) {
+    if (name == "chkProportionalMesh")
+      form.chkProportionalMesh = text == "1";
+    else
+      *fields.at(name) = text;
+  }
+  form.cmdGenerate_Click();
+  return form.Unloaded && ApplyRules(g.rules);
+}
+
+Taken TakeIterationOption(const std::vector<std::string>& args, std::size_t& i, RunRequest& r,
+                          std::string& why) {
+  const std::map<std::string, std::string*> valued = {{"--estimate", &r.estimate},
+                                                      {"--max-shift", &r.shift},
+                                                      {"--max-cycle", &r.cycle},
+                                                      {"--factor", &r.factor}};
+  const std::map<std::string, bool*> flags = {
+      {"--sym", &r.sym}, {"--torsion", &r.torsion}, {"--shear", &r.shear}};
+  const std::string& a = args[i];
+  if (auto f = flags.find(a); f != flags.end()) {
+    *f->second = true;
+    return Taken::Yes;
+  }
+  const auto v = valued.find(a);
+  if (v == valued.end()) return Taken::No;
+  if (i + 1 >= args.size()) {
+    why = a + " needs a value";
+    return Taken::Refused;
+  }
+  *v->second = args[++i];
+  return Taken::Yes;
+}
+
+bool ApplyRunOptions(const RunRequest& r) {
+  const Analysis defaults;
+  Analysis& a = gAnalysis();
+  a.MaxShift = defaults.MaxShift;
+  a.MaxCycle = defaults.MaxCycle;
+  a.ShiftFactor = defaults.ShiftFactor;
+  a.IGSTF = defaults.IGSTF;
+  a.ISHEAR = defaults.ISHEAR;
+  a.OptionInitialB = defaults.OptionInitialB;
+  frmAnalysisOption options;
+  options.Form_Load();
+  if (!r.shift.empty()) options.txtShift = r.shift;
+  if (!r.cycle.empty()) options.txtCycle = r.cycle;
+  if (!r.factor.empty()) options.txtFactor = r.factor;
+  options.chktorsion = r.torsion ? 1 : 0;
+  options.chkshear = r.shear ? 1 : 0;
+  options.optAll = r.sym;
+  options.optOneThird = !r.sym;
+  options.cmdApply_Click();
+  return options.Unloaded;
+}
+
+TemporaryFolderGuard::TemporaryFolderGuard() {
+  std::string pattern = (std::filesystem::temp_directory_path() / "velk-batch-XXXXXX").string();
+  if (!::mkdtemp(pattern.data())) throw std::runtime_error("cannot create a temporary folder");
+  path_ = pattern;
+  SetTemporaryFolder(path_);
+}
+
+TemporaryFolderGuard::~TemporaryFolderGuard() {
+  SetTemporaryFolder("");
+  std::error_code ec;
+  std::filesystem::remove_all(path_, ec);
+}
+
+RunEnd Run_Model(BatchHost& host, const std::string& estimate, int modes) {
+  frmEigen form;
+  form.Form_Load();
+  if (!estimate.empty()) form.txtEstimation = estimate;
+  Request_Modes(modes);
+  host.Hold();
+  form.cmdApply_Click();
+  if (LastRunSmallestPivotRatio() < kTinyPivotRatio) {
+    host.Discard();
+    return RunEnd::Free;
+  }
+  return LastRunOutcome() == RunOutcome::Completed ? RunEnd::Completed : RunEnd::Failed;
+}
+
+} // namespace velk::batch
