@@ -279,11 +279,11 @@ uniform compression and in pure shear, and the lateral-torsional buckling of a
 doubly symmetric I-girder on fork supports under uniform moment, under a
 mid-span point load and under a uniform line load, both on the top flange.
 Each row is made by `velk-batch generate` (the girder dialog's fields, and the
-supports and loads by rule) and `velk-batch run` with the options
-{run_options}. The program's value is the eigenvalue, the load factor, times
-the load applied (a stress of 1 on the plates, end moments of 1000, a point
-load of 100 and a line load of 1 on the girder), so that it is the critical
-value itself. A row passes when the ratio program / closed form lies within
+supports and loads by rule) and `velk-batch run`, with these options:
+{run_options}.
+The program's value is the eigenvalue, the load factor, times the load
+applied (a stress of 1 on the plates, end moments of 1000, a point load of 100
+and a line load of 1 on the girder), so that it is the critical value itself. A row passes when the ratio program / closed form lies within
 its tolerance, which allows for the discretisation of the mesh and for what
 the closed form leaves out, as told under each table.
 
@@ -295,8 +295,8 @@ a higher mode. Where the closed form is itself an approximation (the shear
 coefficient, the load factors of the girder), the table also gives a series
 solution of the same theory: the energy method with sine terms, which the
 script computes itself (12 x 12 terms for the plate, 15 each for the lateral
-deflection and the twist of the girder). It converges from above, like the
-program's elements, and shows how much of a row's ratio is the formula's own
+deflection and the twist of the girder). As a Ritz solution it converges
+from above, and it shows how much of a row's ratio is the formula's own
 error.
 
 Regenerate, and check against this file, with the batch tool of a build:
