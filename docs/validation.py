@@ -283,9 +283,10 @@ supports and loads by rule) and `velk-batch run`, with these options:
 {run_options}.
 The program's value is the eigenvalue, the load factor, times the load
 applied (a stress of 1 on the plates, end moments of 1000, a point load of 100
-and a line load of 1 on the girder), so that it is the critical value itself. A row passes when the ratio program / closed form lies within
-its tolerance, which allows for the discretisation of the mesh and for what
-the closed form leaves out, as told under each table.
+and a line load of 1 on the girder), so that it is the critical value itself.
+A row passes when the ratio program / closed form lies within its tolerance,
+which allows for the discretisation of the mesh and for what the closed form
+leaves out, as told under each table.
 
 The iteration gets 10 shifts of 30 cycles instead of the default 3 of 8, so
 that every row is converged to the digits shown (with the defaults the long
