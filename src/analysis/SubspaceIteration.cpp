@@ -196,7 +196,11 @@ std::vector<char> Touched(const BandMatrix& Kg, int n, int bw) {
 } // namespace
 
 int Subspace_Size(int modes) {
-  return std::min(2 * modes, modes + 8);
+  // Four more than the classical min(2N, N + 8): buckling modes come in pairs
+  // of either sign and nearly equal size (shear panels, symmetric girders),
+  // and with two vectors for one mode its pair's twin alone slows it past
+  // any cycle limit.
+  return std::min(2 * modes + 4, modes + 12);
 }
 
 BucklingModes Subspace_Iterate(const BandMatrix& K, const BandMatrix& Kg, BandMatrix& work, int n,

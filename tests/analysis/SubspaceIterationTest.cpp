@@ -12,6 +12,7 @@
 #include "analysis/BandMatrix.h"
 #include "analysis/EigenCalculation.h"
 #include "common/TextRules.h"
+#include "mesh/LoadRules.h"
 
 namespace velk::test {
 namespace {
@@ -107,7 +108,9 @@ protected:
     ASSERT_GE(dense.size(), static_cast<std::size_t>(modes));
     for (int i = 0; i < modes; ++i)
       EXPECT_NEAR(found.eigenvalues[i], dense[i], 1e-7 * std::abs(dense[i])) << "mode " << i + 1;
-    EXPECT_EQ(Format(found.eigenvalues[0], "0.0000E+00"), Format(eigenvalue, "0.0000E+00"));
+    // A pair of either sign may come first in the run; its size may not.
+    EXPECT_EQ(Format(std::abs(found.eigenvalues[0]), "0.0000E+00"),
+              Format(std::abs(eigenvalue), "0.0000E+00"));
 
     std::vector<Vector> kphi;
     for (const Vector& phi : found.shapes)
@@ -172,6 +175,28 @@ TEST_F(ModesTest, GirderModesComeInPairsOfEitherSign) {
       EXPECT_NEAR(at(1, ix, 3 - iy), twin * at(0, ix, iy), 1e-5) << ix << ',' << iy;
     }
   EXPECT_NEAR(std::abs(twin), 1.0, 1e-5);
+}
+
+// A long panel in shear buckles in pairs of either sign with more pairs just
+// above: one mode sought still settles, on the dense solution's value.
+TEST_F(ModesTest, OneModeOfAShearPanelSettles) {
+  RunModes(
+      [] {
+        Generate_Web(12, 4, 30, 10, 0.1f);
+        BeamShape web;
+        web.Length = 30;
+        web.Web_H = web.Web_HE = 10;
+        web.Web_T = web.Web_TE = 0.1f;
+        web.Top_Flange_W = web.Top_Flange_T = web.Bot_Flange_W = web.Bot_Flange_T = 0;
+        web.Top_Flange_WE = web.Top_Flange_TE = web.Bot_Flange_WE = web.Bot_Flange_TE = 0;
+        Apply_Simple_Supports(gMesh(), web);
+        Apply_Edge_Shear(gMesh(), web, 1.0);
+        // The run's own iteration needs more than its default cycles here.
+        gAnalysis().MaxShift = 10;
+        gAnalysis().MaxCycle = 30;
+      },
+      1);
+  Check(1);
 }
 
 // The run with modes asked for lists, stores and shows exactly what it does
