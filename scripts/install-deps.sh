@@ -3,7 +3,7 @@
 set -euo pipefail
 pkgs=(build-essential cmake qt6-base-dev libqt6opengl6-dev libgl-dev libglu1-mesa-dev
       googletest libgtest-dev xvfb xauth clang libclang-rt-dev libopenblas-dev
-      libqt6svg6 qt6-svg-dev poppler-utils python3-meshio)
+      libqt6svg6 qt6-svg-dev poppler-utils python3-meshio cloc)
 missing=()
 for p in "${pkgs[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
