@@ -191,6 +191,15 @@ void Further_Modes(RunContext& run, int n) {
   Store_Modes(std::move(modes));
 }
 
+// After the further modes, which it checks too, and whose first value, when
+// they settled, is the smallest load factor it would otherwise seek itself.
+void Check_Eigenvalue(RunContext& run, int n, double lambda) {
+  StepTimer timer;
+  Store_Check(Check_Result(run.K, run.Kg, run.Work, n, run.bw, lambda, run.F.Data(),
+                           LastRunSmallestPivotRatio(), &LastRunModes()));
+  timer.Done(RunStep::ResultCheck, n, run.bw);
+}
+
 } // namespace
 
 void Buckling_Stage(RunContext& run) {
@@ -217,6 +226,7 @@ void Buckling_Stage(RunContext& run) {
       Buckling_Iteration(run.K, run.Kg, run.Work, run.Iterate.Data(), run.F.Data(), run.bw,
                          points, *run.list, *run.analysis, run.mesh->Nodes(), lambda);
   if (found && Modes_Requested() > 0) Further_Modes(run, n);
+  if (found && Check_Requested()) Check_Eigenvalue(run, n, lambda);
   Checkpoint();
   run.list->Line("[Output Ends]");
 }

@@ -19,6 +19,8 @@ RunOutcome gLastOutcome = RunOutcome::NotRun;
 double gSmallestPivotRatio = std::numeric_limits<double>::infinity();
 int gModesRequested = 0;
 BucklingModes gLastModes;
+bool gCheckRequested = true;
+ResultCheck gLastCheck;
 
 // Start of a run: arrays from the model's compact counts, options copied.
 void Size_Arrays(RunContext& run) {
@@ -357,6 +359,22 @@ void Store_Modes(BucklingModes modes) {
   gLastModes = std::move(modes);
 }
 
+void Request_Check(bool on) {
+  gCheckRequested = on;
+}
+
+bool Check_Requested() {
+  return gCheckRequested;
+}
+
+const ResultCheck& LastRunCheck() {
+  return gLastCheck;
+}
+
+void Store_Check(const ResultCheck& check) {
+  gLastCheck = check;
+}
+
 void Report_Progress(const std::string& text) {
   if (analysisHooks().ProgressSink) analysisHooks().ProgressSink(text);
   host().Progress(text);
@@ -389,6 +407,7 @@ void Run_Analysis(Mesh& mesh, Analysis& analysis, const std::string& inFile,
   gLastOutcome = RunOutcome::Failed;
   gSmallestPivotRatio = std::numeric_limits<double>::infinity();
   gLastModes = BucklingModes{};
+  gLastCheck = ResultCheck{};
   auto run = std::make_unique<RunContext>();
   run->mesh = &mesh;
   run->analysis = &analysis;

@@ -9,6 +9,7 @@
 #include <functional>
 #include <string>
 
+#include "analysis/ResultCheck.h"
 #include "analysis/SubspaceIteration.h"
 #include "common/TextRules.h"
 #include "model/Analysis.h"
@@ -63,7 +64,14 @@ const BucklingModes& LastRunModes();
 // nodes outside the structure get 0.
 std::vector<std::vector<Single>> Node_Mode_Shapes(const BucklingModes& modes, const Nodes& nodes);
 
-class BandMatrix;
+// The check of the run's eigenvalue: on unless switched off (the batch tool's
+// --no-check). It runs after the result is stored and shown and changes
+// nothing of it; the front ends word what it found.
+void Request_Check(bool on);
+// What the check found for the last run; `made` false when it was off or the
+// run ended before it.
+const ResultCheck& LastRunCheck();
+
 
 // The heavy steps of a run, as the Timing hook names them.
 enum class RunStep {
@@ -72,7 +80,8 @@ enum class RunStep {
   StageOneSolve,
   StageTwoAssembly, // bending and geometric element matrices, restraints, springs
   ShiftFactor,      // the factoring of one shift of the iteration
-  ShiftCycles       // the cycles of that shift: product, solve, normalising
+  ShiftCycles,      // the cycles of that shift: product, solve, normalising
+  ResultCheck       // the check of the eigenvalue: residual, Sturm counts
 };
 
 // Runs the analysis on the deck `inFile`, writing the listing `outFile`, and

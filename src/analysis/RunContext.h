@@ -84,6 +84,10 @@ void Assemble(RunContext& run, const ElementMatrix& Ke, BandMatrix& M,
 // leaves what it found of them for LastRunModes.
 int Modes_Requested();
 void Store_Modes(BucklingModes modes);
+// Whether the eigenvalue is to be checked, and where the check is kept for
+// LastRunCheck.
+bool Check_Requested();
+void Store_Check(const ResultCheck& check);
 
 // Stage two, up to and including the eigenvalue iteration and the end mark of
 // the listing. Returns normally also when the iteration was cancelled.

@@ -121,7 +121,8 @@ Taken TakeIterationOption(const std::vector<std::string>& args, std::size_t& i, 
                                                       {"--max-cycle", &r.cycle},
                                                       {"--factor", &r.factor}};
   const std::map<std::string, bool*> flags = {
-      {"--sym", &r.sym}, {"--torsion", &r.torsion}, {"--shear", &r.shear}};
+      {"--sym", &r.sym}, {"--torsion", &r.torsion}, {"--shear", &r.shear},
+      {"--no-check", &r.noCheck}};
   const std::string& a = args[i];
   if (auto f = flags.find(a); f != flags.end()) {
     *f->second = true;
@@ -156,6 +157,7 @@ bool ApplyRunOptions(const RunRequest& r) {
   options.optAll = r.sym;
   options.optOneThird = !r.sym;
   options.cmdApply_Click();
+  Request_Check(!r.noCheck);
   return options.Unloaded;
 }
 

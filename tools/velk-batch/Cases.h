@@ -47,15 +47,17 @@ bool Generate_Girder(const GirderRequest& g);
 struct RunRequest {
   std::string in, out, listing, deck, vtu, estimate, shift, cycle, factor, modes;
   bool sym = false, torsion = false, shear = false;
+  bool noCheck = false; // --no-check: the eigenvalue goes unchecked
 };
 
 // Takes args[i] when it is an iteration option of the run (--estimate,
-// --max-shift, --max-cycle, --factor, --sym, --torsion, --shear).
+// --max-shift, --max-cycle, --factor, --sym, --torsion, --shear, --no-check).
 Taken TakeIterationOption(const std::vector<std::string>& args, std::size_t& i, RunRequest& r,
                           std::string& why);
 
 // The options: the defaults, then the flags, through the options dialog's
-// own checks. False when the dialog refused them.
+// own checks, and whether the result is checked. False when the dialog
+// refused them.
 bool ApplyRunOptions(const RunRequest& r);
 
 // A folder of our own for the deck and the listing, removed on the way out.

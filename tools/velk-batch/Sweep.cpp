@@ -7,6 +7,7 @@
 #include "analysis/EigenCalculation.h"
 #include "common/Host.h"
 #include "common/TextRules.h"
+#include "forms/ResultCheckText.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -53,7 +54,14 @@ struct CaseResult {
   int equations = 0, bandwidth = 0;
   double seconds = 0;
   std::string failure;
+  std::string check; // the verdict of the check of a case that found its eigenvalue
 };
+
+// False for a case whose eigenvalue the check found wanting; a failed case or
+// one run unchecked has nothing to doubt.
+bool Checked(const CaseResult& r) {
+  return r.check.empty() || r.check == "ok" || r.check == "not checked";
+}
 
 // A whole number of at most six digits from `low` up, or nothing.
 std::optional<int> WholeNumber(const std::string& text, int low, int high) {
@@ -213,8 +221,10 @@ CaseResult RunCase(const GirderRequest& girder, const RunRequest& options) {
                                       [&](const std::string& t) { return t.starts_with(said); });
       if (end == RunEnd::Free)
         result.failure = kFreeStructure;
-      else if (end == RunEnd::Completed && eigen != texts.end())
+      else if (end == RunEnd::Completed && eigen != texts.end()) {
         result.eigenvalue = eigen->substr(said.size());
+        result.check = Check_Verdict(LastRunCheck());
+      }
       else
         result.failure = texts.empty() ? "the analysis did not finish" : Joined(texts);
     }
@@ -230,21 +240,22 @@ std::string Encode(const CaseResult& r) {
   char seconds[32];
   std::snprintf(seconds, sizeof seconds, "%.6f", r.seconds);
   return r.eigenvalue + '\t' + std::to_string(r.equations) + '\t' + std::to_string(r.bandwidth) +
-         '\t' + seconds + '\t' + r.failure + '\n';
+         '\t' + seconds + '\t' + r.check + '\t' + r.failure + '\n';
 }
 
 std::optional<CaseResult> Decode(const std::string& line) {
   std::vector<std::string> parts;
   std::size_t from = 0;
-  for (std::size_t tab; parts.size() < 4 && (tab = line.find('\t', from)) != std::string::npos;
+  for (std::size_t tab; parts.size() < 5 && (tab = line.find('\t', from)) != std::string::npos;
        from = tab + 1)
     parts.push_back(line.substr(from, tab - from));
-  if (parts.size() != 4 || line.empty() || line.back() != '\n') return std::nullopt;
+  if (parts.size() != 5 || line.empty() || line.back() != '\n') return std::nullopt;
   CaseResult r;
   r.eigenvalue = parts[0];
   r.equations = std::atoi(parts[1].c_str());
   r.bandwidth = std::atoi(parts[2].c_str());
   r.seconds = std::atof(parts[3].c_str());
+  r.check = parts[4];
   r.failure = line.substr(from, line.size() - 1 - from);
   return r;
 }
@@ -278,7 +289,8 @@ std::vector<std::optional<CaseResult>> RunCases(const SweepRequest& s,
     const CaseResult& r = *results[index];
     std::cerr << "velk-batch: case " << index + 1 << '/' << values.size() << ' ' << s.field << '='
               << values[index] << ": "
-              << (r.failure.empty() ? r.eigenvalue : "failed: " + r.failure) << '\n';
+              << (r.failure.empty() ? r.eigenvalue : "failed: " + r.failure)
+              << (Checked(r) ? "" : " (" + r.check + ")") << '\n';
   };
   std::cout.flush();
   std::cerr.flush();
@@ -307,7 +319,7 @@ std::vector<std::optional<CaseResult>> RunCases(const SweepRequest& s,
       }
       if (pid < 0) {
         results[index] = CaseResult{
-            {}, 0, 0, 0, std::string("cannot start its process: ") + std::strerror(errno)};
+            {}, 0, 0, 0, std::string("cannot start its process: ") + std::strerror(errno), {}};
         tell(index);
         continue;
       }
@@ -393,7 +405,8 @@ int Sweep(const std::vector<std::string>& args) {
   const auto results = RunCases(s, values, todo, jobs);
 
   std::ofstream csv(s.out, std::ios::binary);
-  csv << CsvField(s.field) << ",eigenvalue,equations,bandwidth,seconds,failure\n";
+  csv << CsvField(s.field) << ",eigenvalue,equations,bandwidth,seconds,failure,check\n";
+  bool doubtful = false;
   std::vector<std::pair<double, double>> points;
   for (std::size_t i : todo) {
     const CaseResult& r = *results[i];
@@ -402,7 +415,8 @@ int Sweep(const std::vector<std::string>& args) {
     std::snprintf(seconds, sizeof seconds, "%.3f", r.seconds);
     csv << values[i] << ',' << r.eigenvalue << ',' << (staged ? std::to_string(r.equations) : "")
         << ',' << (staged ? std::to_string(r.bandwidth) : "") << ',' << seconds << ','
-        << CsvField(r.failure) << '\n';
+        << CsvField(r.failure) << ',' << r.check << '\n';
+    doubtful = doubtful || !Checked(r);
     if (r.failure.empty()) points.emplace_back(TextToDouble(values[i]), TextToDouble(r.eigenvalue));
   }
   csv.close();
@@ -425,7 +439,7 @@ int Sweep(const std::vector<std::string>& args) {
     }
   }
 #endif
-  return 0;
+  return doubtful ? 3 : 0;
 }
 
 } // namespace velk::batch

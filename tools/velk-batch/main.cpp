@@ -4,6 +4,7 @@
 #include "common/Host.h"
 #include "common/ProgramFolder.h"
 #include "common/TextRules.h"
+#include "forms/ResultCheckText.h"
 #include "session/ProjectFile.h"
 #include "session/ReportCommands.h"
 #include "session/VELKMain.h"
@@ -50,7 +51,7 @@ const char* kUsage =
     "      reads a project (version 1.4 or 1.3) and prints its counts.\n"
     "  velk-batch run IN.inp [-o OUT.inp] [--listing FILE] [--deck FILE] [--vtu FILE]\n"
     "                 [--estimate X] [--max-shift N] [--max-cycle N] [--factor F]\n"
-    "                 [--sym] [--torsion] [--shear] [--modes N]\n"
+    "                 [--sym] [--torsion] [--shear] [--modes N] [--no-check]\n"
     "      runs the buckling analysis as the Run dialog does and prints its result, e.g.\n"
     "      \"Eigenvalue of 3.7480E-02\". Options not given take their defaults (3 shifts,\n"
     "      8 cycles, factor 0.8, unsymmetric start, no torsion or shear option); the\n"
@@ -61,6 +62,10 @@ const char* kUsage =
     "      structure can move without deforming (a pivot under 1e-10 of its diagonal).\n"
     "      --modes N (1 to 20) then prints the N eigenvalues of smallest magnitude,\n"
     "      one a line: \"Mode 1 eigenvalue 2.4660E+04\".\n"
+    "      The eigenvalue is then checked: converged (relative residual at most 1e-3)\n"
+    "      and the smallest in magnitude (no load factor of either sign below it, by\n"
+    "      the Sturm count); so are the modes. A check that fails is a warning on\n"
+    "      stderr and exit status 3. --no-check skips the check.\n"
     "  velk-batch report IN.inp -o OUT.vrp\n"
     "  velk-batch grid IN.inp -o OUT.txt\n"
     "      write the report file or the displacement grid of the project as it stands,\n"
@@ -77,15 +82,20 @@ const char* kUsage =
     "      generates and runs one girder for each value FROM, FROM+STEP, ... up to TO of\n"
     "      one field, the other fields and the rules as for generate, the options as\n"
     "      for run, and writes one row a case: \"FIELD,eigenvalue,equations,bandwidth,\n"
-    "      seconds,failure\" (the eigenvalue as run prints it; equations and bandwidth\n"
-    "      of the buckling stage; the failure's message, empty for a case that found\n"
-    "      its eigenvalue). Cases run in N processes at once (default: one a core)\n"
-    "      and each tells its end on stderr; rows come in the order of the field.\n"
+    "      seconds,failure,check\" (the eigenvalue as run prints it; equations and\n"
+    "      bandwidth of the buckling stage; the failure's message, empty for a case\n"
+    "      that found its eigenvalue; the check of that eigenvalue: ok, not converged,\n"
+    "      not lowest, or not checked with --no-check). Cases run in N processes at\n"
+    "      once (default: one a core) and each tells its end on stderr; rows come in\n"
+    "      the order of the field.\n"
     "      --plot draws the eigenvalue over the field. --shard K/N runs only the cases\n"
     "      i (from 0) with i % N = K-1, so N jobs together make the whole study.\n"
-    "      Exit status 1 when no case found its eigenvalue.\n"
-    "messages of a failure go to stderr, each as \"velk-batch: MESSAGE\".\n"
-    "exit status: 0 success, 1 the command failed, 2 usage error\n";
+    "      Exit status 1 when no case found its eigenvalue, else 3 when the check of a\n"
+    "      case failed.\n"
+    "messages of a failure go to stderr, each as \"velk-batch: MESSAGE\"; the warnings\n"
+    "of the check as \"velk-batch: warning: MESSAGE\".\n"
+    "exit status: 0 success, 1 the command failed, 2 usage error, 3 an eigenvalue was\n"
+    "found but it is not the verified smallest (the check failed: see the warning)\n";
 
 int Generate(const std::vector<std::string>& args) {
   std::string out, why;
@@ -212,6 +222,24 @@ bool PrintModes(int wanted) {
   return modes.converged;
 }
 
+// The warnings of the last run's check on stderr; true when there were any.
+bool WarnOfCheck(bool modes) {
+  const ResultCheck& check = LastRunCheck();
+  std::vector<std::string> warnings = Check_Warnings(check, CheckReader::Batch);
+  if (modes && !check.Free()) {
+    for (std::size_t m = 0; m < check.modeResiduals.size(); ++m)
+      if (check.modeResiduals[m] > kResidualLimit)
+        warnings.push_back("mode " + std::to_string(m + 1) + " did not converge (residual " +
+                           Format(check.modeResiduals[m], "0.00E+00") + ")");
+    if (check.belowFirstMode > 0)
+      warnings.push_back(std::to_string(check.belowFirstMode) +
+                         " buckling load factor(s) of smaller magnitude than mode 1 exist");
+  }
+  for (const std::string& w : warnings)
+    std::cerr << "velk-batch: warning: " << w << '\n';
+  return !warnings.empty();
+}
+
 // Modes 2, 3... of the run just made, by node, for the export.
 std::vector<ModeShape> FurtherShapes() {
   std::vector<ModeShape> shapes = Node_Mode_Shapes(LastRunModes(), gMesh().Nodes());
@@ -256,7 +284,8 @@ int Run(const std::vector<std::string>& args) {
   if (!r.vtu.empty() &&
       !Write_Vtu_Path(r.vtu, modes > 1 && modesFound ? FurtherShapes() : std::vector<ModeShape>{}))
     return 1;
-  return copied && modesFound ? 0 : 1;
+  if (!copied || !modesFound) return 1;
+  return WarnOfCheck(modes > 0) ? 3 : 0;
 }
 
 // `report`, `grid` and `export`: the project as it stands into one of the report files.
