@@ -4,6 +4,7 @@
 #include "analysis/EigenCalculation.h"
 #include "common/Host.h"
 #include "common/TextRules.h"
+#include "forms/ResultCheckText.h"
 #include "session/AnalysisRun.h"
 #include "session/VELKMain.h"
 
@@ -58,10 +59,20 @@ void frmEigen::cmdApply_Click() {
     Run_Analysis();
     SetIdle(true);
     processreport = "Ready...";
+    if (ShowCheck && LastRunOutcome() == RunOutcome::Completed) Tell_Check();
   } catch (const std::exception&) {
     MsgBox("Error...");
     SetIdle(true);
   }
+}
+
+// The run's own messages stand as they always have; a doubt about its
+// eigenvalue comes after them, in a box of its own.
+void frmEigen::Tell_Check() {
+  std::string text;
+  for (const std::string& w : Check_Warnings(LastRunCheck(), CheckReader::Window))
+    text += (text.empty() ? "" : "\n\n") + w;
+  if (!text.empty()) MsgBox(text, vbExclamation, "Result Check");
 }
 
 void frmEigen::cmdCancel_Click() {

@@ -20,6 +20,9 @@ public:
   bool cmdCancelEnabled = false;
   bool cmdCloseEnabled = true;
   bool Unloaded = false; // the dialog has closed itself
+  // After a run whose eigenvalue fails its check, a box titled "Result Check"
+  // follows the eigenvalue's own. The batch tool words the check itself.
+  bool ShowCheck = true;
 
   static constexpr std::size_t kTitleLimit = 60;
   static constexpr std::size_t kDiscriptionLimit = 250;
@@ -32,6 +35,7 @@ public:
 
 private:
   void SetIdle(bool idle);
+  void Tell_Check();
 };
 
 } // namespace velk

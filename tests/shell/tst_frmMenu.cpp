@@ -273,6 +273,20 @@ private slots:
     QCOMPARE(s.menu->Panel("eigenvalue")->text(), QString("Eigenvalue : 3.7480E-02"));
     QCOMPARE(dlg.findChild<QLabel*>("processreport")->text(), QString("Ready..."));
     QVERIFY(dlg.findChild<QPushButton*>("cmdApply")->isEnabled());
+
+    // Every restraint taken off: the run still ends in a number, and a box
+    // titled "Result Check" follows the eigenvalue's to say it means nothing.
+    for (const auto& n : gMesh().Nodes()) {
+      n->SetXTDir(0), n->SetYTDir(0), n->SetZTDir(0), n->SetXRDir(0), n->SetYRDir(0);
+      n->UpdatePropertyDefined();
+    }
+    s.host.messages.clear();
+    QTest::mouseClick(dlg.findChild<QPushButton*>("cmdApply"), Qt::LeftButton);
+    QCOMPARE(s.host.messages.size(), std::size_t(2));
+    QVERIFY(s.host.messages[0].text.starts_with("Eigenvalue of "));
+    QCOMPARE(s.host.messages[1].title, std::string("Result Check"));
+    QVERIFY(s.host.messages[1].text.starts_with(
+        "The structure is not restrained against rigid-body motion"));
   }
 
   void optionDialogShowsWholeTabsAndStores() {

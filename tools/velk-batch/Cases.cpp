@@ -176,6 +176,7 @@ TemporaryFolderGuard::~TemporaryFolderGuard() {
 
 RunEnd Run_Model(BatchHost& host, const std::string& estimate, int modes) {
   frmEigen form;
+  form.ShowCheck = false;
   form.Form_Load();
   if (!estimate.empty()) form.txtEstimation = estimate;
   Request_Modes(modes);
