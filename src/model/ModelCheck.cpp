@@ -34,9 +34,10 @@ Problem Stale(const std::string& what) {
 }
 
 Problem CheckMaterial(const Material& m) {
-  if (!(m.MOE > 0)) return Say("the modulus of elasticity is " + Text(m.MOE) + "; it must be above 0");
+  if (!(m.MOE > 0))
+    return Say("the modulus of elasticity is " + Text(m.MOE) + " but must be above 0");
   if (!(m.PR >= 0 && m.PR < 0.5f))
-    return Say("Poisson's ratio is " + Text(m.PR) + "; it must be at least 0 and below 0.5");
+    return Say("Poisson's ratio is " + Text(m.PR) + " but must be at least 0 and below 0.5");
   return std::nullopt;
 }
 

@@ -37,11 +37,11 @@ TEST_F(ModelCheck, RefusesTheFirstProblemWithItsObjectAndValue) {
     bool numbering = false;
   } cases[] = {
       {[] {}, ""},
-      {[] { gMaterial().MOE = -1000; }, "the modulus of elasticity is -1000; it must be above 0"},
-      {[] { gMaterial().MOE = 0; }, "the modulus of elasticity is 0; it must be above 0"},
+      {[] { gMaterial().MOE = -1000; }, "the modulus of elasticity is -1000 but must be above 0"},
+      {[] { gMaterial().MOE = 0; }, "the modulus of elasticity is 0 but must be above 0"},
       {[] { gMaterial().PR = 0.5f; },
-       "Poisson's ratio is 0.5; it must be at least 0 and below 0.5"},
-      {[] { gMaterial().PR = -2; }, "Poisson's ratio is -2; it must be at least 0 and below 0.5"},
+       "Poisson's ratio is 0.5 but must be at least 0 and below 0.5"},
+      {[] { gMaterial().PR = -2; }, "Poisson's ratio is -2 but must be at least 0 and below 0.5"},
       {[] { gMaterial().PR = 0; }, ""},
       {[] { Plate(7).Thickness = -0.1f; }, "plate 7 has thickness -0.1"},
       {[] { Stiffener(2).Thickness = -1; }, "stiffener 2 has thickness -1"},
