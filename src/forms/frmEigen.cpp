@@ -5,8 +5,11 @@
 #include "common/Host.h"
 #include "common/TextRules.h"
 #include "forms/ResultCheckText.h"
+#include "model/ModelCheck.h"
 #include "session/AnalysisRun.h"
 #include "session/VELKMain.h"
+
+#include <cctype>
 
 namespace velk {
 
@@ -15,6 +18,24 @@ void frmEigen::SetIdle(bool idle) {
   cmdCancelEnabled = !idle;
   cmdCloseEnabled = idle;
 }
+
+namespace {
+
+// The check's clause as a sentence. A stale numbering can come from the
+// program itself: an Open that fails part-way keeps the records read so far
+// with the numbers stored for the whole file. The dialogs and the property
+// commands renumber, so the box says which to apply.
+std::string ProblemMessage(const ModelProblem& p) {
+  std::string text = p.text + '.';
+  text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
+  if (p.numbering)
+    text += " To renumber, select one plate and apply Set Property with its thickness unchanged, "
+            "and the same for one stiffener that has a section; Delete Property on a plate or "
+            "stiffener without one renumbers as well.";
+  return text;
+}
+
+} // namespace
 
 void frmEigen::Form_Load() {
   try {
@@ -44,6 +65,12 @@ void frmEigen::cmdApply_Click() {
   try {
     Analysis& a = gAnalysis();
     const Single estimate = TextToSingle(txtEstimation);
+    // A model the dialogs could not have made is refused like bad input:
+    // before anything is stored or written.
+    if (const auto problem = Check_Model(gMesh(), gMaterial())) {
+      MsgBox(ProblemMessage(*problem));
+      return;
+    }
     // The text fields hold no more than their limits.
     a.Title = txtTitle.substr(0, kTitleLimit);
     a.Discription = txtDiscription.substr(0, kDiscriptionLimit);

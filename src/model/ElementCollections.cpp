@@ -1,5 +1,6 @@
 // The plate and stiffener collections: numbering, centre points, file blocks.
 #include "common/TextFile.h"
+#include "model/CompactNumbering.h"
 #include "model/fourNodes.h"
 #include "model/twoNodes.h"
 
@@ -9,10 +10,10 @@ namespace {
 
 // Compact numbering of the defined elements, in position order.
 template <class C> void NumberDefined(C& col, Long& maxvID) {
-  Long counter = 0;
-  for (const auto& e : col)
-    e->vID = e->PropertyDefined ? ++counter : 0;
-  maxvID = counter;
+  const CompactNumbers numbers = Number_Compact(Defined_Flags(col));
+  for (long i = 1; i <= col.Count(); ++i)
+    col.Item(i)->vID = numbers.vID[static_cast<std::size_t>(i - 1)];
+  maxvID = numbers.MaxvID;
 }
 
 template <class C> void BackwardMap(C& col) {
@@ -51,7 +52,7 @@ void fourNodes::GenerateCP() {
     e->GenerateCP();
 }
 void fourNodes::GeneratevID() {
-  NumberDefined(mCol, MaxvID);
+  NumberDefined(*this, MaxvID);
 }
 void fourNodes::GenerateUvID() {
   BackwardMap(*this);
@@ -117,7 +118,7 @@ void twoNodes::GenerateCP() {
     e->GenerateCP();
 }
 void twoNodes::GeneratevID() {
-  NumberDefined(mCol, MaxvID);
+  NumberDefined(*this, MaxvID);
 }
 void twoNodes::GenerateUvID() {
   BackwardMap(*this);

@@ -24,6 +24,23 @@ velk::fourNodes& Mesh::fourNodes() {
   return *four_;
 }
 
+namespace {
+template <class C> const C& OrEmpty(const std::shared_ptr<C>& p) {
+  static const C empty;
+  return p ? *p : empty;
+}
+} // namespace
+
+const velk::Nodes& Mesh::Nodes() const {
+  return OrEmpty(nodes_);
+}
+const velk::twoNodes& Mesh::twoNodes() const {
+  return OrEmpty(two_);
+}
+const velk::fourNodes& Mesh::fourNodes() const {
+  return OrEmpty(four_);
+}
+
 void Mesh::GeneratevID() {
   twoNodes().GeneratevID();
   fourNodes().GeneratevID();

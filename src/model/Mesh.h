@@ -15,6 +15,10 @@ public:
   velk::Nodes& Nodes();
   velk::twoNodes& twoNodes();
   velk::fourNodes& fourNodes();
+  // For readers: a missing collection reads as an empty one and is not created.
+  const velk::Nodes& Nodes() const;
+  const velk::twoNodes& twoNodes() const;
+  const velk::fourNodes& fourNodes() const;
   void SetNodes(std::shared_ptr<velk::Nodes> n) { nodes_ = std::move(n); }
   void SettwoNodes(std::shared_ptr<velk::twoNodes> t) { two_ = std::move(t); }
   void SetfourNodes(std::shared_ptr<velk::fourNodes> f) { four_ = std::move(f); }

@@ -1,6 +1,7 @@
 #include "model/Nodes.h"
 
 #include "common/TextFile.h"
+#include "model/CompactNumbering.h"
 #include "model/fourNodes.h"
 #include "model/twoNodes.h"
 
@@ -29,18 +30,15 @@ void Nodes::Calculate_MaxMinStress(Single& maxStress, Single& minStress, Integer
 }
 
 void Nodes::GeneratevID(const twoNodes& stiffeners, const fourNodes& plates) {
-  for (const auto& n : mCol)
-    n->Connected = vbFalse;
-  for (const auto& p : plates)
-    if (p->PropertyDefined)
-      p->Node1->Connected = p->Node2->Connected = p->Node3->Connected = p->Node4->Connected =
-          vbTrue;
-  for (const auto& s : stiffeners)
-    if (s->PropertyDefined) s->Node1->Connected = s->Node2->Connected = vbTrue;
-  Long counter = 0;
-  for (const auto& n : mCol)
-    n->vID = n->Connected ? ++counter : 0;
-  MaxvID = counter;
+  const std::vector<bool> connected = Touched_Nodes(
+      *this, stiffeners, plates, Defined_Flags(stiffeners), Defined_Flags(plates));
+  const CompactNumbers numbers = Number_Compact(connected);
+  for (long i = 1; i <= Count(); ++i) {
+    Nodeb& n = *Item(i);
+    n.Connected = ToBoolean(connected[static_cast<std::size_t>(i - 1)]);
+    n.vID = numbers.vID[static_cast<std::size_t>(i - 1)];
+  }
+  MaxvID = numbers.MaxvID;
 }
 
 void Nodes::GenerateUvID() {

@@ -20,7 +20,9 @@ public:
   Single Thickness = 0;
   Boolean PropertyDefined = vbFalse;
 
-  void UpdatePropertyDefined() { PropertyDefined = ToBoolean(Thickness > kTolerance); }
+  // What PropertyDefined should say: a thickness above the tolerance.
+  bool HasSection() const { return Thickness > kTolerance; }
+  void UpdatePropertyDefined() { PropertyDefined = ToBoolean(HasSection()); }
   void GenerateCP();
 
   // The corners are looked up by their grid number in `nodes`.

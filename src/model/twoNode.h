@@ -22,9 +22,9 @@ public:
   Long ID = 0;
   Long UvID = 0;
 
-  void UpdatePropertyDefined() {
-    PropertyDefined = ToBoolean(width > kTolerance && Thickness > kTolerance);
-  }
+  // What PropertyDefined should say: both dimensions above the tolerance.
+  bool HasSection() const { return width > kTolerance && Thickness > kTolerance; }
+  void UpdatePropertyDefined() { PropertyDefined = ToBoolean(HasSection()); }
   void GenerateCP();
 
   // The record is the same in both file versions.

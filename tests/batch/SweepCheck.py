@@ -111,8 +111,8 @@ def check_shards():
 
 
 def check_failures():
-    # No supports: every case is free, each a row, and the sweep fails.
-    _, rows = sweep("free.csv", "txtBL=60:180:60", status=1)
+    # Loaded but not supported: every case is free, each a row, and the sweep fails.
+    _, rows = sweep("free.csv", "txtBL=60:180:60", "--moment", "1", status=1)
     if [r[0] for r in rows] != ["60", "120", "180"] or any(r[1] or r[5] != FREE for r in rows):
         fail(f"free girders: {rows}")
     # One case refused by the dialog does not stop the others.

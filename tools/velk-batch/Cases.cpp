@@ -3,13 +3,17 @@
 #include "BatchHost.h"
 #include "analysis/Deck.h"
 #include "analysis/EigenCalculation.h"
+#include "common/Fault.h"
 #include "common/Host.h"
 #include "common/TextRules.h"
 #include "forms/frmAnalysisOption.h"
 #include "forms/frmEigen.h"
 #include "mesh/LoadRules.h"
+#include "model/ModelCheck.h"
 #include "session/VELKMain.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
@@ -44,6 +48,39 @@ bool ApplyRules(const std::vector<Rule>& rules) {
     }
   }
   return true;
+}
+
+// A connected node that loads the plane stage: a load the deck writes (above
+// the tolerance) or a prescribed in-plane displacement that is not 0.
+bool Loads(const Nodeb& n) {
+  return n.vID != 0 && (std::abs(n.XLoad) > kTolerance || std::abs(n.YLoad) > kTolerance ||
+                        (IsTrue(n.XTDir()) && n.XTDirValue != 0) ||
+                        (IsTrue(n.YTDir()) && n.YTDirValue != 0));
+}
+
+// Three freedoms a point, numbered in 16 bits.
+constexpr Long kMostPoints = 32767 / 3;
+
+// Why the run cannot give a meaningful result, where that shows beforehand;
+// empty when it may go. The window gives these cases bare messages ("Error...",
+// "Error: Overflow!") or a wrong load: here they are said in plain words.
+std::string Refusal(const std::string& estimate) {
+  if (IsNumeric(estimate)) try {
+      TextToSingle(estimate);
+    } catch (const Fault&) {
+      return "the estimate " + estimate + " lies beyond the range of a Single (about 3.4E+38)";
+    }
+  if (const auto problem = Check_Model(gMesh(), gMaterial())) return problem->text;
+  const Nodes& nodes = gMesh().Nodes();
+  if (nodes.MaxvID == 0) return "no plate or stiffener of the model has a section";
+  if (nodes.MaxvID > kMostPoints)
+    return "the model has " + std::to_string(nodes.MaxvID) +
+           " connected nodes; a run takes at most " + std::to_string(kMostPoints) +
+           ", whose three freedoms each are numbered in 16 bits";
+  if (std::none_of(nodes.begin(), nodes.end(), [](const auto& n) { return Loads(*n); }))
+    return "the model has no load: no connected node carries a load or a prescribed in-plane "
+           "displacement";
+  return {};
 }
 
 } // namespace
@@ -181,6 +218,10 @@ RunEnd Run_Model(BatchHost& host, const std::string& estimate, int modes) {
   if (!estimate.empty()) form.txtEstimation = estimate;
   Request_Modes(modes);
   host.Hold();
+  if (const std::string why = Refusal(form.txtEstimation); !why.empty()) {
+    MsgBox(why);
+    return RunEnd::Failed;
+  }
   form.cmdApply_Click();
   if (LastRunSmallestPivotRatio() < kTinyPivotRatio) {
     host.Discard();
