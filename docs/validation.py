@@ -305,10 +305,9 @@ that every row is converged to the digits shown (with the defaults the long
 shear panels stop about 2 % high), and the run's eigenvalue must agree within
 0.1 % with the smallest-magnitude mode of `--modes 2`, so that no row reports
 a higher mode. The column "Check" is the batch tool's own check of each
-eigenvalue (see "How a result is checked" in the README): ok when the
-iteration converged (relative residual at most 1e-3) and no load factor of
-smaller magnitude exists on either side (Sturm count); a row passes only with
-ok. With the default iteration, the two long shear panels say "not
+eigenvalue (see "How a result is checked" in the README): ok when its
+residual bounds its error to 0.1 % and no load factor 0.1 % or more smaller
+in magnitude exists on either side (Sturm count); a row passes only with ok. With the default iteration, the two long shear panels say "not
 converged". Where the closed form is itself an approximation (the shear
 coefficient, the load factors of the girder), the table also gives a series
 solution of the same theory: the energy method with sine terms, which the
