@@ -9,6 +9,7 @@
 #include <limits>
 #include <new>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "analysis/CheckedArithmetic.h"
@@ -275,12 +276,16 @@ VELK_INLINE void UpdateTile(double* a, std::ptrdiff_t ld, int p1, int width, int
 // Faults are checked once per row, in the order the row-by-row elimination
 // meets them: row p's entries when it is final, then its pivot before the
 // first division by it.
-template <class T> VELK_INLINE void FactorBand(double* a, std::ptrdiff_t ld, int n, int bw) {
+//
+// Pivots `from` .. `to` - 1 only, `from` a multiple of kBlock: the blocks are
+// the same whether the whole matrix is factored at once or slice by slice.
+template <class T>
+VELK_INLINE void FactorBand(double* a, std::ptrdiff_t ld, int n, int bw, int from, int to) {
   constexpr int MR = T::kRows, NR = T::kVectors * T::kLanes;
   const int ldU = bw - 1 + NR;
   std::vector<double> packedU(static_cast<std::size_t>(kBlock) * ldU);
   std::vector<double> packedW(static_cast<std::size_t>((bw - 1 + MR - 1) / MR) * kBlock * MR);
-  for (int p0 = 0; p0 < n; p0 += kBlock) {
+  for (int p0 = from; p0 < to; p0 += kBlock) {
     const int p1 = std::min(p0 + kBlock, n);
     EliminatePanel<T>(a, ld, n, bw, p0, p1);
     // The rows and columns p1 .. p1 + width - 1 that the block reaches.
@@ -298,24 +303,33 @@ template <class T> VELK_INLINE void FactorBand(double* a, std::ptrdiff_t ld, int
   }
 }
 
-// Forward pass pivot after pivot: once f[p] is final it is divided by its
-// pivot and swept down the rows it reaches along row p; backward pass as one
-// dot product per row.
+// Forward pass pivot after pivot, over pivots from .. to - 1: once f[p] is
+// final it is divided by its pivot and swept down the rows it reaches along
+// row p.
 template <class T>
-VELK_INLINE void SolveBand(const double* a, std::ptrdiff_t ld, double* x, double* f, int n,
-                           int bw) {
-  if (bw >= 2) {
-    for (int p = 0; p < n; ++p) {
-      if (p > 0 && !std::isfinite(f[p])) Raise(errOverflow);
-      if (p == n - 1) break;
-      const double* const rp = a + p * ld + p;
-      if (rp[0] == 0.0) RaiseZeroDivisor(rp[1]);
-      SubScaled<T>(f + p + 1, rp + 1, f[p] / rp[0], std::min(bw - 1, n - 1 - p));
-    }
+VELK_INLINE void ForwardBand(const double* a, std::ptrdiff_t ld, double* f, int n, int bw,
+                             int from, int to) {
+  if (bw < 2) return;
+  for (int p = from; p < to; ++p) {
+    if (p > 0 && !std::isfinite(f[p])) Raise(errOverflow);
+    if (p == n - 1) break;
+    const double* const rp = a + p * ld + p;
+    if (rp[0] == 0.0) RaiseZeroDivisor(rp[1]);
+    SubScaled<T>(f + p + 1, rp + 1, f[p] / rp[0], std::min(bw - 1, n - 1 - p));
   }
-  x[n - 1] = Div(f[n - 1], a[(n - 1) * ld + (n - 1)]);
-  for (int i = n - 2; i >= 0; --i) {
+}
+
+// Backward pass over rows to - 1 down to from, one dot product a row; rows
+// beyond `to` are solved already.
+template <class T>
+VELK_INLINE void BackwardBand(const double* a, std::ptrdiff_t ld, double* x, const double* f,
+                              int n, int bw, int from, int to) {
+  for (int i = to - 1; i >= from; --i) {
     const double* const ri = a + i * ld + i;
+    if (i == n - 1) {
+      x[i] = Div(f[i], ri[0]);
+      continue;
+    }
     const double s = Dot<T>(ri + 1, x + i + 1, std::min(bw - 1, n - 1 - i));
     x[i] = Div(f[i] - s, ri[0]);
   }
@@ -336,22 +350,29 @@ VELK_INLINE void MultiplyBand(const double* a, std::ptrdiff_t ld, const double* 
   if (!AllFinite<T>(y, n)) Raise(errOverflow);
 }
 
-using FactorFn = void (*)(double*, std::ptrdiff_t, int, int);
-using SolveFn = void (*)(const double*, std::ptrdiff_t, double*, double*, int, int);
+using FactorFn = void (*)(double*, std::ptrdiff_t, int, int, int, int);
+using ForwardFn = void (*)(const double*, std::ptrdiff_t, double*, int, int, int, int);
+using BackwardFn = void (*)(const double*, std::ptrdiff_t, double*, const double*, int, int, int,
+                            int);
 using MultiplyFn = void (*)(const double*, std::ptrdiff_t, const double*, double*, int, int);
 struct Kernels {
   FactorFn factor;
-  SolveFn solve;
+  ForwardFn forward;
+  BackwardFn backward;
   MultiplyFn multiply;
 };
 
 #define VELK_KERNELS(Isa, ...)                                                                     \
-  __VA_ARGS__ void Factor##Isa(double* a, std::ptrdiff_t ld, int n, int bw) {                      \
-    FactorBand<Isa>(a, ld, n, bw);                                                                 \
+  __VA_ARGS__ void Factor##Isa(double* a, std::ptrdiff_t ld, int n, int bw, int from, int to) {    \
+    FactorBand<Isa>(a, ld, n, bw, from, to);                                                       \
   }                                                                                                \
-  __VA_ARGS__ void Solve##Isa(const double* a, std::ptrdiff_t ld, double* x, double* f, int n,     \
-                              int bw) {                                                            \
-    SolveBand<Isa>(a, ld, x, f, n, bw);                                                            \
+  __VA_ARGS__ void Forward##Isa(const double* a, std::ptrdiff_t ld, double* f, int n, int bw,      \
+                                int from, int to) {                                                \
+    ForwardBand<Isa>(a, ld, f, n, bw, from, to);                                                   \
+  }                                                                                                \
+  __VA_ARGS__ void Backward##Isa(const double* a, std::ptrdiff_t ld, double* x, const double* f,   \
+                                 int n, int bw, int from, int to) {                                \
+    BackwardBand<Isa>(a, ld, x, f, n, bw, from, to);                                               \
   }                                                                                                \
   __VA_ARGS__ void Multiply##Isa(const double* a, std::ptrdiff_t ld, const double* x, double* y,   \
                                  int n, int bw) {                                                  \
@@ -381,12 +402,12 @@ const Kernels& Chosen() {
     switch (Band_Kernel()) {
 #if defined(__x86_64__)
     case BandKernel::Avx512:
-      return Kernels{FactorIsaAvx512, SolveIsaAvx512, MultiplyIsaAvx512};
+      return Kernels{FactorIsaAvx512, ForwardIsaAvx512, BackwardIsaAvx512, MultiplyIsaAvx512};
     case BandKernel::Avx2:
-      return Kernels{FactorIsaAvx2, SolveIsaAvx2, MultiplyIsaAvx2};
+      return Kernels{FactorIsaAvx2, ForwardIsaAvx2, BackwardIsaAvx2, MultiplyIsaAvx2};
 #endif
     default:
-      return Kernels{FactorIsaBase, SolveIsaBase, MultiplyIsaBase};
+      return Kernels{FactorIsaBase, ForwardIsaBase, BackwardIsaBase, MultiplyIsaBase};
     }
   }();
   return k;
@@ -518,10 +539,49 @@ BandKernel Band_Kernel() {
   return k;
 }
 
+namespace {
+
+thread_local BandPause gPause = nullptr;
+
+// About this many multiply-adds between two pauses: some tens of
+// milliseconds, so Cancel answers at once while the pauses cost nothing.
+constexpr double kSliceWork = 3.2e7;
+
+// Rows a slice may hold when each costs `perRow`, a multiple of `unit`.
+int SliceRows(double perRow, int unit) {
+  const double rows = kSliceWork / std::max(perRow, 1.0);
+  if (rows >= 1e9) return std::numeric_limits<int>::max() / 2 / unit * unit;
+  return std::max(unit, static_cast<int>(rows) / unit * unit);
+}
+
+// Runs `step(from, to)` over 0 .. n - 1 (or backwards) in slices, pausing
+// between them.
+template <class Step> void Sliced(int n, int slice, bool backwards, Step step) {
+  for (int done = 0; done < n;) {
+    if (done > 0 && gPause) gPause();
+    const int count = std::min(slice, n - done);
+    if (backwards)
+      step(n - done - count, n - done);
+    else
+      step(done, done + count);
+    done += count;
+  }
+}
+
+} // namespace
+
+BandPause Band_SetPause(BandPause pause) {
+  return std::exchange(gPause, pause);
+}
+
 void Band_Factor(BandMatrix& M, int n, int bw) {
   CheckShape(M, n, bw);
   if (bw < 2 || n < 2) return;
-  Chosen().factor(Origin(M), M.Columns() - 1, n, bw);
+  double* const a = Origin(M);
+  const std::ptrdiff_t ld = M.Columns() - 1;
+  const double perRow = 0.5 * static_cast<double>(bw) * static_cast<double>(bw);
+  Sliced(n, SliceRows(perRow, kBlock), false,
+         [&](int from, int to) { Chosen().factor(a, ld, n, bw, from, to); });
 }
 
 void Band_Factor_Measured(BandMatrix& M, int n, int bw, double& ratio) {
@@ -558,7 +618,12 @@ void Band_Solve(const BandMatrix& M, std::span<double> x, std::span<double> f, i
   CheckVector(x.size(), n);
   CheckVector(f.size(), n);
   if (n < 1) return;
-  Chosen().solve(Origin(M), std::max(M.Columns() - 1, 0), x.data(), f.data(), n, bw);
+  const double* const a = Origin(M);
+  const std::ptrdiff_t ld = std::max(M.Columns() - 1, 0);
+  const int slice = SliceRows(static_cast<double>(bw), 1);
+  Sliced(n, slice, false, [&](int from, int to) { Chosen().forward(a, ld, f.data(), n, bw, from, to); });
+  Sliced(n, slice, true,
+         [&](int from, int to) { Chosen().backward(a, ld, x.data(), f.data(), n, bw, from, to); });
 }
 
 void Band_Multiply(const BandMatrix& Kg, std::span<const double> x, std::span<double> y, int n,

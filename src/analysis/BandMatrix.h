@@ -112,6 +112,14 @@ void Band_Solve(const BandMatrix& M, std::span<double> x, std::span<double> f, i
 void Band_Multiply(const BandMatrix& Kg, std::span<const double> x, std::span<double> y, int n,
                    int bw);
 
+// A long factoring or solve stops between slices of some tens of
+// milliseconds of work and calls the pause set for this thread, if any: the
+// run's Cancel checkpoint, which may throw to end the run (the matrix is then
+// half factored and good for nothing). A small matrix is one slice and never
+// pauses. Returns the pause set before.
+using BandPause = void (*)();
+BandPause Band_SetPause(BandPause pause);
+
 // The factoring, the solve and the product are built for three instruction
 // sets, and the first call of any of them chooses one for the whole process:
 // the widest this processor executes, unless the environment variable

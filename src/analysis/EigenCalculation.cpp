@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <limits>
 #include <new>
 #include <utility>
@@ -10,6 +11,7 @@
 #include "analysis/RunContext.h"
 #include "analysis/StiffenerMembrane.h"
 #include "common/Host.h"
+#include "common/MemoryBudget.h"
 
 namespace velk {
 
@@ -22,6 +24,21 @@ BucklingModes gLastModes;
 bool gCheckRequested = true;
 ResultCheck gLastCheck;
 
+// The run's memory is its three band matrices, R x B each; everything else is
+// a few vectors of R. Asked before they are allocated: the band is filled in
+// whole by the factoring, so a run that cannot hold them would only page the
+// machine to a halt or stop half way.
+struct RunTooLarge {
+  std::uint64_t needed = 0, available = 0;
+};
+
+void Refuse_Beyond_Memory(Integer R, Integer B) {
+  const std::uint64_t band = static_cast<std::uint64_t>(R) * static_cast<std::uint64_t>(B) * 8;
+  const std::uint64_t needed = 3 * band + 16 * static_cast<std::uint64_t>(R) * 8;
+  const auto available = MemoryAvailable();
+  if (available && needed > *available) throw RunTooLarge{needed, *available};
+}
+
 // Start of a run: arrays from the model's compact counts, options copied.
 void Size_Arrays(RunContext& run) {
   Mesh& mesh = *run.mesh;
@@ -32,6 +49,7 @@ void Size_Arrays(RunContext& run) {
   run.B = Int16(3L * (mesh.Nodes().NumberNodesY() + 2L));
   // No analysis node: nothing to size the arrays from.
   if (run.R < 1 || run.B < 1) Raise(errSubscript, "no analysis node");
+  Refuse_Beyond_Memory(run.R, run.B);
   run.a.Size(run.R, Q, S);
   const long q = Q > 0 ? Q : 1, s = S > 0 ? S : 1;
   run.plateX.Resize(q);
@@ -409,6 +427,11 @@ void Run_Analysis(Mesh& mesh, Analysis& analysis, const std::string& inFile,
   gLastModes = BucklingModes{};
   gLastCheck = ResultCheck{};
   auto run = std::make_unique<RunContext>();
+  // Cancel reaches into a long factoring or solve too, not only between steps.
+  struct PauseForRun {
+    BandPause before = Band_SetPause(Checkpoint);
+    ~PauseForRun() { Band_SetPause(before); }
+  } pause;
   run->mesh = &mesh;
   run->analysis = &analysis;
   try {
@@ -451,6 +474,17 @@ void Run_Analysis(Mesh& mesh, Analysis& analysis, const std::string& inFile,
     Close_Files(*run, true);
     gLastOutcome = RunOutcome::BandOverflow;
     return;
+  } catch (const RunTooLarge& large) {
+    Close_Files(*run, true);
+    const std::string text = "This mesh needs " + ByteSizeText(large.needed) +
+                             " for its band matrices, more than the " +
+                             ByteSizeText(large.available) +
+                             " this computer can give: the band grows with the number of "
+                             "element rows; use fewer rows.";
+    return Fail(text.c_str(), "Error: Not enough memory!");
+  } catch (const std::bad_alloc&) {
+    Close_Files(*run, true);
+    return Fail("Error: Not enough memory for this run!", "Error: Not enough memory!");
   } catch (const Fault& f) {
     Close_Files(*run, true);
     if (f.number() == errDivByZero) return Fail("Error: Divide by Zero!", "Error: Divide by Zero!");

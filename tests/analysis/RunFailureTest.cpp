@@ -116,6 +116,30 @@ TEST_F(RunEndTest, CancelKeepsTheEarlierResults) {
   }
 }
 
+TEST_F(RunEndTest, CancelReachesIntoALongFactoring) {
+  // A web 250 elements deep has a stage-one band of about 500: its factoring
+  // is long enough to pause between slices, and a Cancel clicked during it
+  // ends the run there, before the factoring is done.
+  Generate_Web(2, 250, 10, 250, 0.1f);
+  bool factoring = false;
+  int pausesInside = 0;
+  std::vector<RunStep> steps;
+  analysisHooks().StageOneMatrix = [&](const BandMatrix&, int, int) { factoring = true; };
+  analysisHooks().Timing = [&](RunStep step, int, int, double) { steps.push_back(step); };
+  host.onYield = [&] {
+    if (!factoring) return;
+    if (++pausesInside == 2) AnalysisCancel = -1;
+  };
+  Run();
+  host.onYield = nullptr;
+  analysisHooks().StageOneMatrix = nullptr;
+  analysisHooks().Timing = nullptr;
+  EXPECT_EQ(pausesInside, 2);
+  EXPECT_EQ(LastRunOutcome(), RunOutcome::Cancelled);
+  EXPECT_EQ(steps, std::vector<RunStep>{RunStep::StageOneAssembly});
+  EXPECT_EQ(Band_SetPause(nullptr), nullptr); // the run leaves no pause behind
+}
+
 TEST_F(RunEndTest, HandMadeRunRecordsGiveTheSameStructure) {
   Simply_Supported_Plate(4);
   Run();
