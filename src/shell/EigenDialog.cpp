@@ -106,17 +106,31 @@ EigenDialog::~EigenDialog() {
   analysisHooks().ProgressSink = nullptr;
 }
 
+namespace {
+// Title, description and run ID go into the project file, the deck and the
+// listing as 8-bit text: each byte is shown as its Latin-1 character and
+// written back as that byte, so what the file held comes back unchanged. A
+// typed character beyond Latin-1 has no byte and becomes '?'.
+QString ShownText(const std::string& bytes) {
+  return QString::fromLatin1(bytes.data(), static_cast<qsizetype>(bytes.size()));
+}
+std::string FileText(const QString& text) {
+  const QByteArray bytes = text.toLatin1();
+  return std::string(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+}
+} // namespace
+
 void EigenDialog::ToForm() {
-  form_.txtTitle = txtTitle_->text().toStdString();
-  form_.txtDiscription = txtDiscription_->text().toStdString();
-  form_.txtRunNumber = txtRunNumber_->text().toStdString();
+  form_.txtTitle = FileText(txtTitle_->text());
+  form_.txtDiscription = FileText(txtDiscription_->text());
+  form_.txtRunNumber = FileText(txtRunNumber_->text());
   form_.txtEstimation = txtEstimation_->text().toStdString();
 }
 
 void EigenDialog::FromForm() {
-  txtTitle_->setText(QString::fromStdString(form_.txtTitle));
-  txtDiscription_->setText(QString::fromStdString(form_.txtDiscription));
-  txtRunNumber_->setText(QString::fromStdString(form_.txtRunNumber));
+  txtTitle_->setText(ShownText(form_.txtTitle));
+  txtDiscription_->setText(ShownText(form_.txtDiscription));
+  txtRunNumber_->setText(ShownText(form_.txtRunNumber));
   txtEstimation_->setText(QString::fromStdString(form_.txtEstimation));
   processreport_->setText(QString::fromStdString(form_.processreport));
   cmdApply_->setEnabled(form_.cmdApplyEnabled);

@@ -264,11 +264,14 @@ private slots:
   void runDialogRunsAnExampleAndShowsTheEigenvalue() {
     ShellSession s;
     QVERIFY(Open_Project_Path(VELK_EXAMPLES_DIR "/simply-supported-plate.inp"));
+    gAnalysis().Title = "Caf\xE9"; // a Latin-1 byte, as an 8-bit project file holds it
     EigenDialog dlg(s.menu.get());
     dlg.show();
+    QCOMPARE(dlg.findChild<QLineEdit*>("txtTitle")->text(), QString::fromUtf8("Café"));
     dlg.findChild<QLineEdit*>("txtEstimation")->setText("0");
     s.host.messages.clear();
     QTest::mouseClick(dlg.findChild<QPushButton*>("cmdApply"), Qt::LeftButton);
+    QCOMPARE(gAnalysis().Title, std::string("Caf\xE9"));
     QCOMPARE(s.host.Texts(), std::vector<std::string>{"Eigenvalue of 3.7480E-02"});
     QCOMPARE(s.menu->Panel("eigenvalue")->text(), QString("Eigenvalue : 3.7480E-02"));
     QCOMPARE(dlg.findChild<QLabel*>("processreport")->text(), QString("Ready..."));
