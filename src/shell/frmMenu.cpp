@@ -320,7 +320,10 @@ void frmMenu::BuildToolBar() {
   toolbar_ = addToolBar("Toolbar1");
   toolbar_->setObjectName("Toolbar1");
   toolbar_->setMovable(false);
-  toolbar_->setIconSize(QSize(20, 20));
+  // 16-pixel pictures in tight buttons, so the whole bar fits the first window
+  // (639 wide) with no button behind the chevron.
+  toolbar_->setIconSize(QSize(16, 16));
+  toolbar_->setStyleSheet("QToolButton { padding: 1px; margin: 0px; }");
   // One row per button: its key, its tool tip and the command it gives.
   struct Button {
     const char* key;

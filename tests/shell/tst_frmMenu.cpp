@@ -97,6 +97,12 @@ private slots:
     QCOMPARE(s.menu->windowTitle(), QString("VELK V1.4.0: No Title"));
     QCOMPARE(s.host.Texts(), std::vector<std::string>{"Error: Reading INI file!"});
     QCOMPARE(s.menu->width(), 639); // 9585 twips of client area
+    // and the whole tool bar shows in it, no button behind the chevron
+    QTRY_VERIFY(s.menu->ToolButton("run") && s.menu->isVisible());
+    for (QAction* a : s.menu->findChild<QToolBar*>()->actions())
+      if (!a->isSeparator())
+        QVERIFY2(s.menu->findChild<QToolBar*>()->widgetForAction(a)->isVisible(),
+                 qPrintable(a->objectName()));
     s.menu->Update();               // visible now: the decorations are written
     QCOMPARE(s.menu->Panel("operationmode")->text(), QString("SELECT"));
     QCOMPARE(s.menu->Panel("viewscale")->text(), QString("ACTUAL VIEW"));
