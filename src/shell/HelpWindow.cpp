@@ -1,5 +1,7 @@
 #include "shell/HelpWindow.h"
 
+#include "shell/WindowPlacement.h"
+
 #include <QApplication>
 #include <QEvent>
 #include <QFile>
@@ -87,48 +89,7 @@ bool HelpWindow::eventFilter(QObject* o, QEvent* e) {
 }
 
 void HelpWindow::PlaceBesideHome() {
-  // The frame of a window not yet shown is unknown: take the main window's.
-  const QRect mainFrame = home_->frameGeometry(), mainInner = home_->geometry();
-  const QMargins frame(mainInner.left() - mainFrame.left(), mainInner.top() - mainFrame.top(),
-                       mainFrame.right() - mainInner.right(),
-                       mainFrame.bottom() - mainInner.bottom());
-  const QRect screen = home_->screen()->availableGeometry();
-  setGeometry(PlaceBeside(mainFrame, size().grownBy(frame), screen).marginsRemoved(frame));
-}
-
-QRect HelpWindow::PlaceBeside(const QRect& main, const QSize& size, const QRect& screen) {
-  const QSize readable(320, 240); // narrower than this, a page is no use
-  int w = std::min(size.width(), screen.width());
-  int h = std::min(size.height(), screen.height());
-  auto onScreen = [&](int x, int y) {
-    return QRect(std::clamp(x, screen.left(), screen.right() + 1 - w),
-                 std::clamp(y, screen.top(), screen.bottom() + 1 - h), w, h);
-  };
-  const int right = screen.right() - main.right(), left = main.left() - screen.left();
-  const int below = screen.bottom() - main.bottom(), above = main.top() - screen.top();
-  if (right >= w) return onScreen(main.right() + 1, main.top());
-  if (left >= w) return onScreen(main.left() - w, main.top());
-  if (below >= h) return onScreen(main.left(), main.bottom() + 1);
-  if (above >= h) return onScreen(main.left(), main.top() - h);
-  if (std::max(right, left) >= readable.width()) {
-    w = std::max(right, left);
-    return onScreen(right >= left ? main.right() + 1 : screen.left(), main.top());
-  }
-  if (std::max(below, above) >= readable.height()) {
-    h = std::max(below, above);
-    return onScreen(main.left(), below >= above ? main.bottom() + 1 : screen.top());
-  }
-  // No room beside it: against the screen's edge where the least of the
-  // main window is covered.
-  const QRect candidates[] = {
-      onScreen(screen.right(), main.top()), onScreen(screen.left(), main.top()),
-      onScreen(main.left(), screen.bottom()), onScreen(main.left(), screen.top())};
-  auto covered = [&](const QRect& r) {
-    const QRect c = r.intersected(main);
-    return c.isEmpty() ? 0LL : 1LL * c.width() * c.height();
-  };
-  return *std::min_element(std::begin(candidates), std::end(candidates),
-                           [&](const QRect& a, const QRect& b) { return covered(a) < covered(b); });
+  PlaceToolWindow(this, home_, size());
 }
 
 } // namespace velk

@@ -16,12 +16,6 @@ public:
   static QString PageFor(int context);
   QTextBrowser* Browser() const { return browser_; }
 
-  // Where a window of the given frame size goes beside the main window's
-  // frame: right, left, below or above it, the first side with room; else
-  // narrowed to the roomier of left and right, or of below and above; else
-  // on the screen where it covers least of the main window.
-  static QRect PlaceBeside(const QRect& main, const QSize& size, const QRect& screen);
-
 protected:
   bool event(QEvent* e) override;
   bool eventFilter(QObject* o, QEvent* e) override;

@@ -1,7 +1,7 @@
 #include "shell/StressWindow.h"
 
 #include "session/VELKMain.h"
-#include "shell/HelpWindow.h"
+#include "shell/WindowPlacement.h"
 #include "view/View.h"
 
 #include <QButtonGroup>
@@ -128,15 +128,7 @@ void StressWindow::showEvent(QShowEvent* e) {
   if (!form_.Visible) {
     form_.Form_Load();
     FromForm();
-    // The frame of a window not yet shown is unknown: take the main window's.
-    const QRect mainFrame = main_->frameGeometry(), mainInner = main_->geometry();
-    const QMargins frame(mainInner.left() - mainFrame.left(), mainInner.top() - mainFrame.top(),
-                         mainFrame.right() - mainInner.right(),
-                         mainFrame.bottom() - mainInner.bottom());
-    const QRect screen = main_->screen()->availableGeometry();
-    const QRect place =
-        HelpWindow::PlaceBeside(main_->frameGeometry(), sizeHint().grownBy(frame), screen);
-    setGeometry(place.marginsRemoved(frame));
+    PlaceToolWindow(this, main_, sizeHint());
   }
   QDialog::showEvent(e);
 }

@@ -19,6 +19,7 @@
 #include "shell/PropertyDialogs.h"
 #include "shell/PropertyViewWindow.h"
 #include "shell/StressWindow.h"
+#include "shell/WindowPlacement.h"
 #include "shell/frmAbout.h"
 #include "view/DrawBitmap.h"
 #include "view/DrawModel.h"
@@ -598,7 +599,7 @@ void frmMenu::mnuProperty_ShowProperty_Click() {
         menus_["mnuProperty_ShowProperty"]->setChecked(false);
         tools_["property"]->setChecked(false);
       };
-      propertyView_->move(frameGeometry().topRight() + QPoint(8, 0));
+      PlaceToolWindow(propertyView_, this, propertyView_->size());
       propertyView_->show();
     } else if (propertyView_) {
       propertyView_->close();

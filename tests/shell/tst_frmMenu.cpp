@@ -7,6 +7,7 @@
 #include "shell/BeamShapeDialog.h"
 #include "shell/EigenDialog.h"
 #include "shell/QtHost.h"
+#include "shell/WindowPlacement.h"
 
 #include <GL/gl.h>
 #include <QtTest>
@@ -346,12 +347,43 @@ private slots:
     QCOMPARE(s.menu->width(), s.menu->minimumWidth());
   }
 
+  // The non-modal windows open wholly on the screen and clear of each other,
+  // with the main window filling the screen too.
+  void toolWindowsOpenOnTheScreenAndApart() {
+    ShellSession s;
+    const QRect screen = s.menu->screen()->availableGeometry();
+    for (const QRect main : {QRect(screen.topLeft() + QPoint(230, 0), QSize(639, 500)), screen}) {
+      s.menu->setGeometry(main);
+      QTest::qWait(20);
+      s.menu->mnuStressPlot_Click();
+      s.menu->mnuProperty_ShowProperty_Click();
+      QTest::keyClick(s.menu.get(), Qt::Key_F1);
+      std::vector<QWidget*> windows;
+      for (QWidget* w : QApplication::topLevelWidgets())
+        if (w != s.menu.get() && w->isVisible() && !w->isModal()) windows.push_back(w);
+      QCOMPARE(windows.size(), std::size_t(3));
+      for (QWidget* w : windows) {
+        QVERIFY2(screen.contains(w->frameGeometry()), qPrintable(w->windowTitle()));
+        for (QWidget* other : windows)
+          QVERIFY2(w == other || !w->frameGeometry().intersects(other->frameGeometry()),
+                   qPrintable(w->windowTitle() + " over " + other->windowTitle()));
+      }
+      s.menu->mnuStressPlot_Click();
+      s.menu->mnuProperty_ShowProperty_Click();
+      s.menu->Help()->close();
+      QTest::qWait(20);
+    }
+  }
+
   // F1 opens the help at the context of the active window, beside the main
   // window; over a modal dialog it takes input, and it outlives the dialog.
   void helpStandsBesideAndStaysUsableOverAModalDialog() {
     // No room beside: on the screen, over the least of the main window.
-    QCOMPARE(HelpWindow::PlaceBeside({0, 0, 639, 500}, {640, 560}, {0, 0, 800, 600}),
+    QCOMPARE(PlaceBeside({0, 0, 639, 500}, {640, 560}, {0, 0, 800, 600}),
              QRect(160, 0, 640, 560));
+    // Room on the right for two: the second goes below the first.
+    QCOMPARE(PlaceBeside({0, 0, 600, 500}, {300, 250}, {0, 0, 1000, 800}, {{600, 0, 300, 250}}),
+             QRect(600, 250, 300, 250));
     ShellSession s;
     s.menu->activateWindow();
     QTest::keyClick(s.menu.get(), Qt::Key_F1);
