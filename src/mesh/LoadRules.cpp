@@ -1,7 +1,11 @@
 #include "mesh/LoadRules.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <vector>
+
+#include "common/TextRules.h"
 
 #include "mesh/GirderBuilder.h"
 
@@ -132,8 +136,11 @@ template <class StressOf> void LoadEnds(Mesh& mesh, const char* what, StressOf s
 }
 
 // The boundary of a plate swept anticlockwise, each segment's traction
-// sigma n times its length and the thickness of its plate, half to each end.
-void LoadEdges(Mesh& mesh, const BeamShape& b, double sxx, double sxy, const char* what) {
+// sigma n times its length and the thickness of its plate: a uniform traction
+// half to each end, a linear one in its work-equivalent shares. sxx varies
+// over the height of each end column from `bottom` to `top`.
+void LoadEdges(Mesh& mesh, const BeamShape& b, double bottom, double top, double sxy,
+               const char* what) {
   RequirePlate(b, what);
   const Grid g(mesh);
   struct Segment {
@@ -151,16 +158,50 @@ void LoadEdges(Mesh& mesh, const BeamShape& b, double sxx, double sxy, const cha
   for (const Segment& s : segments)
     if (!(g.PlateT(s.cellX, s.cellY) > 0))
       throw RuleRefused(std::string(what) + " need a plate along the whole boundary");
+  auto sxxAt = [&](long ix, double y) {
+    if (bottom == top) return bottom;
+    const double y0 = g.Node(ix, 0).ycoord, y1 = g.Node(ix, g.NY - 1).ycoord;
+    return bottom + (top - bottom) * (y - y0) / (y1 - y0);
+  };
   for (const Segment& s : segments) {
     Nodeb& a = g.Node(s.ix0, s.iy0);
     Nodeb& c = g.Node(s.ix1, s.iy1);
     // Outward normal times length, for an anticlockwise sweep.
     const double nx = double(c.ycoord) - a.ycoord, ny = double(a.xcoord) - c.xcoord;
-    const double t = g.PlateT(s.cellX, s.cellY) / 2;
-    const double fx = t * (sxx * nx + sxy * ny), fy = t * sxy * nx;
-    AddLoad(a, fx, fy);
-    AddLoad(c, fx, fy);
+    const double sa = sxxAt(s.ix0, a.ycoord), sc = sxxAt(s.ix1, c.ycoord);
+    if (sa == sc) {
+      const double t = g.PlateT(s.cellX, s.cellY) / 2;
+      const double fx = t * (sa * nx + sxy * ny), fy = t * sxy * nx;
+      AddLoad(a, fx, fy);
+      AddLoad(c, fx, fy);
+    } else {
+      const double t = g.PlateT(s.cellX, s.cellY);
+      const double shear = sxy * ny / 2, fy = t * sxy * nx / 2;
+      AddLoad(a, t * (nx * (2 * sa + sc) / 6 + shear), fy);
+      AddLoad(c, t * (nx * (sa + 2 * sc) / 6 + shear), fy);
+    }
   }
+}
+
+std::string Number(double v) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%g", v);
+  return text;
+}
+
+std::vector<std::string> Parts(const std::string& value) {
+  std::vector<std::string> parts(1);
+  for (char ch : value)
+    if (ch == ':')
+      parts.emplace_back();
+    else
+      parts.back() += ch;
+  return parts;
+}
+
+std::optional<double> Optional(const std::vector<std::string>& parts, std::size_t i) {
+  if (i >= parts.size() || parts[i].empty()) return std::nullopt;
+  return TextToDouble(parts[i]);
 }
 
 } // namespace
@@ -193,18 +234,54 @@ void Apply_Axial_Load(Mesh& mesh, const BeamShape&, double P) {
   LoadEnds(mesh, "an axial load", [P](const EndSection& s) { return std::pair(P / s.A, 0.0); });
 }
 
-void Apply_Point_Load(Mesh& mesh, const BeamShape& b, double P) {
+void Apply_Point_Load(Mesh& mesh, const BeamShape& b, double P, std::optional<double> x,
+                      bool top) {
   const Grid g(mesh);
-  const double middle = b.Length / 2.0, tolerance = 1e-5 * std::fabs(b.Length);
+  const double at = x.value_or(b.Length / 2.0), tolerance = 1e-5 * std::fabs(b.Length);
+  const long row = top ? g.NY - 1 : 0;
+  double before = -HUGE_VAL, after = HUGE_VAL;
   for (long i = 0; i < g.NX; ++i) {
-    Nodeb& top = g.Node(i, g.NY - 1);
-    if (std::fabs(top.xcoord - middle) <= tolerance) {
-      AddLoad(top, 0.0, -P);
+    Nodeb& n = g.Node(i, row);
+    if (std::fabs(n.xcoord - at) <= tolerance) {
+      AddLoad(n, 0.0, -P);
       return;
     }
+    if (n.xcoord < at) before = std::max(before, double(n.xcoord));
+    if (n.xcoord > at) after = std::min(after, double(n.xcoord));
   }
-  throw RuleRefused("a point load needs a node at mid-length (an even number of "
-                    "longitudinal elements)");
+  if (!x)
+    throw RuleRefused("a point load needs a node at mid-length (an even number of "
+                      "longitudinal elements)");
+  if (before == -HUGE_VAL || after == HUGE_VAL)
+    throw RuleRefused("a point load at x = " + Number(at) + " lies beyond the girder");
+  throw RuleRefused("a point load at x = " + Number(at) + " needs a node there; the nearest are at " +
+                    Number(before) + " and " + Number(after));
+}
+
+void Apply_Patch_Load(Mesh& mesh, const BeamShape& b, double F, double c,
+                      std::optional<double> x) {
+  const Grid g(mesh);
+  if (!(c > 0)) throw RuleRefused("a patch load needs a length above 0");
+  const double middle = x.value_or(b.Length / 2.0), from = middle - c / 2, to = middle + c / 2;
+  const long row = g.NY - 1;
+  const double first = g.Node(0, row).xcoord, last = g.Node(g.NX - 1, row).xcoord;
+  const double tolerance = 1e-5 * std::fabs(last - first);
+  if (from < first - tolerance || to > last + tolerance)
+    throw RuleRefused("a patch load of length " + Number(c) + " at x = " + Number(middle) +
+                      " reaches beyond the girder (" + Number(first) + " to " + Number(last) + ")");
+  // F / c over [from, to], shared by the linear shape functions of each top
+  // segment it covers.
+  const double q = F / c;
+  for (long i = 0; i + 1 < g.NX; ++i) {
+    Nodeb &a = g.Node(i, row), &e = g.Node(i + 1, row);
+    const double xa = a.xcoord, xe = e.xcoord, h = xe - xa;
+    const double p0 = std::max(from, xa), p1 = std::min(to, xe);
+    if (!(p1 > p0) || !(h > 0)) continue;
+    const double fa = q * ((xe - p0) * (xe - p0) - (xe - p1) * (xe - p1)) / (2 * h);
+    const double fe = q * ((p1 - xa) * (p1 - xa) - (p0 - xa) * (p0 - xa)) / (2 * h);
+    AddLoad(a, 0.0, -fa);
+    AddLoad(e, 0.0, -fe);
+  }
 }
 
 void Apply_Line_Load(Mesh& mesh, const BeamShape&, double q) {
@@ -219,12 +296,71 @@ void Apply_Line_Load(Mesh& mesh, const BeamShape&, double q) {
     AddLoad(g.Node(i, g.NY - 1), 0.0, -q * share[static_cast<std::size_t>(i)]);
 }
 
+void Apply_Edge_Stress(Mesh& mesh, const BeamShape& b, double S1, double S2) {
+  LoadEdges(mesh, b, -S1, -S2, 0.0, "edge stresses");
+}
+
 void Apply_Edge_Compression(Mesh& mesh, const BeamShape& b, double S) {
-  LoadEdges(mesh, b, -S, 0.0, "edge stresses");
+  Apply_Edge_Stress(mesh, b, S, S);
 }
 
 void Apply_Edge_Shear(Mesh& mesh, const BeamShape& b, double T) {
-  LoadEdges(mesh, b, 0.0, T, "edge shears");
+  LoadEdges(mesh, b, 0.0, 0.0, T, "edge shears");
+}
+
+const std::vector<std::string>& Rule_Options() {
+  static const std::vector<std::string> options = {"--supports", "--moment",  "--axial",
+                                                   "--point",    "--udl",     "--edge-sx",
+                                                   "--edge-sxy", "--patch"};
+  return options;
+}
+
+std::string Rule_Value_Problem(const std::string& option, const std::string& value) {
+  const std::vector<std::string> parts = Parts(value);
+  auto numbers = [&](std::size_t least, std::size_t most, std::size_t mayBeEmpty) {
+    if (parts.size() < least || parts.size() > most) return false;
+    for (std::size_t i = 0; i < parts.size(); ++i)
+      if (!IsNumeric(parts[i]) && !(i >= mayBeEmpty && parts[i].empty())) return false;
+    return true;
+  };
+  if (option == "--supports")
+    return value == "fork" || value == "simple" ? "" : "--supports takes fork or simple";
+  if (option == "--point") {
+    const bool side = parts.size() < 3 || parts[2] == "top" || parts[2] == "bottom";
+    const std::vector<std::string> front(parts.begin(), parts.begin() + std::min<std::size_t>(2, parts.size()));
+    const bool ok = side && parts.size() <= 3 && IsNumeric(front[0]) &&
+                    (front.size() < 2 || IsNumeric(front[1]) || (front[1].empty() && parts.size() == 3));
+    return ok ? "" : "--point takes P[:x[:top|bottom]]";
+  }
+  if (option == "--edge-sx") return numbers(1, 2, 2) ? "" : "--edge-sx takes S or S1:S2";
+  if (option == "--patch") return numbers(2, 3, 3) ? "" : "--patch takes F:c[:x]";
+  if (std::find(Rule_Options().begin(), Rule_Options().end(), option) == Rule_Options().end())
+    return "unknown rule " + option;
+  return IsNumeric(value) ? "" : option + " takes a number";
+}
+
+void Apply_Rule(Mesh& mesh, const BeamShape& b, const std::string& option,
+                const std::string& value) {
+  if (const std::string problem = Rule_Value_Problem(option, value); !problem.empty())
+    throw RuleRefused(problem);
+  if (option == "--supports")
+    return value == "fork" ? Apply_Fork_Supports(mesh, b) : Apply_Simple_Supports(mesh, b);
+  const std::vector<std::string> parts = Parts(value);
+  const double v = TextToDouble(parts[0]);
+  if (option == "--moment")
+    Apply_End_Moment(mesh, b, v);
+  else if (option == "--axial")
+    Apply_Axial_Load(mesh, b, v);
+  else if (option == "--point")
+    Apply_Point_Load(mesh, b, v, Optional(parts, 1), parts.size() < 3 || parts[2] == "top");
+  else if (option == "--udl")
+    Apply_Line_Load(mesh, b, v);
+  else if (option == "--edge-sx")
+    Apply_Edge_Stress(mesh, b, v, parts.size() == 2 ? TextToDouble(parts[1]) : v);
+  else if (option == "--edge-sxy")
+    Apply_Edge_Shear(mesh, b, v);
+  else if (option == "--patch")
+    Apply_Patch_Load(mesh, b, v, TextToDouble(parts[1]), Optional(parts, 2));
 }
 
 } // namespace velk

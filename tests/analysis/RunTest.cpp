@@ -9,6 +9,7 @@
 #include "RunModels.h"
 #include "analysis/EigenCalculation.h"
 #include "common/TextRules.h"
+#include "mesh/LoadRules.h"
 
 namespace velk::test {
 namespace {
@@ -49,6 +50,30 @@ TEST_F(RunTest, SimplySupportedPlateConvergesToTheClassicalLoadAtSecondOrder) {
     EXPECT_LT(order, 2.2) << (4 << i) << " to " << (8 << i) << " elements";
   }
   EXPECT_LT(error[2], 0.006);
+}
+
+// The same plate in pure in-plane bending, by the edge-stress rule with S at
+// the bottom edge and -S at the top: k = 25.6 for a square plate (the
+// classical table of plates in bending). Extrapolated from 8 and 16 elements
+// a side at second order, as above.
+TEST_F(RunTest, PlateInBendingBucklesAtTheClassicalK) {
+  const double D = 1000 * 0.1 * 0.1 * 0.1 / (12 * (1 - 0.3 * 0.3));
+  const double unit = M_PI * M_PI * D / (0.1 * 10 * 10); // stress for k = 1
+  const BeamShape web{0, 0, 10, 0, 0, 10, 0.1f, 0, 0, 0, 0, 10, 0.1f};
+  double lambda[2];
+  for (int i = 0; i < 2; ++i) {
+    Restart();
+    Simply_Supported_Plate(8 << i);
+    for (const auto& n : gMesh().Nodes()) // the rule's loads only
+      n->XLoad = 0, n->UpdatePropertyDefined();
+    Apply_Rule(gMesh(), web, "--edge-sx", "1:-1");
+    gAnalysis().MaxCycle = 40;
+    lambda[i] = std::abs(Run());
+    EXPECT_TRUE(LastRunCheck().Ok()) << (8 << i);
+  }
+  const double k = (lambda[1] + (lambda[1] - lambda[0]) / 3) / unit;
+  EXPECT_NEAR(k, 25.6, 0.25);
+  EXPECT_GT(lambda[1], k * unit); // from above, as in compression
 }
 
 TEST_F(RunTest, ExampleModelsGiveTheirFiguresAsPrinted) {

@@ -99,6 +99,49 @@ TEST(LoadRules, PointLineAndEdgeLoadResultants) {
   EXPECT_NEAR(q.Sums()[3], 0, 1e-4); // the ends' couple met by the top and bottom
 }
 
+// The new placements: a linear edge stress carries its own resultant and
+// moment (t h (S1 + S2) / 2 and, about the bottom edge, t h^2 (S1 / 6 + S2 / 3)),
+// a patch carries F with its centre at x, and a point load goes to the flange
+// asked for, all given by name as the batch tool and the dialog give them.
+TEST(LoadRules, LinearEdgeStressPatchAndPlacedPointLoad) {
+  Model p(Plate(), 4, 6);
+  Apply_Rule(p.m, p.b, "--edge-sx", "3:-1");
+  const auto end2 = p.Sums(10, 10);
+  EXPECT_NEAR(end2[0], -0.1 * 10 * (3 - 1) / 2.0, 1e-5);
+  EXPECT_NEAR(end2[2], -0.1 * 100 * (3 / 6.0 - 1 / 3.0), 1e-4);
+  EXPECT_NEAR(p.Sums(0, 0)[0], -end2[0], 1e-5);
+
+  Model g({}, 12, 3); // 10 long elements
+  Apply_Rule(g.m, g.b, "--patch", "6:15:35");
+  const auto all = g.Sums();
+  EXPECT_NEAR(all[1], -6, 1e-5);
+  EXPECT_NEAR(all[3], -6 * 35, 1e-3);
+  // 27.5 to 42.5: the node at 20 takes q 2.5^2 / 2 / 10 of the 2.5 beside it
+  const double outer = 6 / 15.0 * 2.5 * 2.5 / 20;
+  EXPECT_NEAR(g.Sums(15, 25)[1], -outer, 1e-6);
+  EXPECT_NEAR(g.Sums(30, 40)[1], -(6 - 2 * outer), 1e-5);
+  EXPECT_EQ(g.Sums(0, 10)[1], 0);
+  Apply_Rule(g.m, g.b, "--point", "2:50:bottom");
+  EXPECT_EQ(Grid_Node(g.m.Nodes(), 5, 0)->YLoad, -2);
+  try {
+    Apply_Rule(g.m, g.b, "--point", "1:55");
+    ADD_FAILURE();
+  } catch (const RuleRefused& e) {
+    EXPECT_STREQ(e.what(), "a point load at x = 55 needs a node there; the nearest are at 50 and 60");
+  }
+  EXPECT_THROW(Apply_Rule(g.m, g.b, "--patch", "1:40:110"), RuleRefused); // reaches past 120
+  for (const char* bad : {"--point=1:2:side", "--point=1::", "--edge-sx=1:2:3", "--patch=1",
+                          "--patch=1:a", "--moment=1:2", "--supports=pinned"}) {
+    const std::string rule = bad, option = rule.substr(0, rule.find('='));
+    EXPECT_FALSE(Rule_Value_Problem(option, rule.substr(rule.find('=') + 1)).empty()) << bad;
+  }
+  for (const char* good : {"--point=1", "--point=1:20", "--point=1::bottom", "--edge-sx=-2:2",
+                           "--patch=1:2", "--supports=simple"}) {
+    const std::string rule = good, option = rule.substr(0, rule.find('='));
+    EXPECT_EQ(Rule_Value_Problem(option, rule.substr(rule.find('=') + 1)), "") << good;
+  }
+}
+
 TEST(LoadRules, RefusalsTouchNothing) {
   Model g({}, 13, 3);
   EXPECT_THROW(Apply_Simple_Supports(g.m, g.b), RuleRefused);

@@ -22,26 +22,11 @@ namespace velk::batch {
 
 namespace {
 
-const std::map<std::string, void (*)(Mesh&, const BeamShape&, double)>& LoadRules() {
-  static const std::map<std::string, void (*)(Mesh&, const BeamShape&, double)> rules = {
-      {"--moment", Apply_End_Moment},        {"--axial", Apply_Axial_Load},
-      {"--point", Apply_Point_Load},         {"--udl", Apply_Line_Load},
-      {"--edge-sx", Apply_Edge_Compression}, {"--edge-sxy", Apply_Edge_Shear}};
-  return rules;
-}
-
 // False, after the message, when a rule does not fit the model.
 bool ApplyRules(const std::vector<Rule>& rules) {
   for (const Rule& r : rules) {
     try {
-      if (r.option == "--supports") {
-        if (r.value == "fork")
-          Apply_Fork_Supports(gMesh(), gBeamShape());
-        else
-          Apply_Simple_Supports(gMesh(), gBeamShape());
-      } else {
-        LoadRules().at(r.option)(gMesh(), gBeamShape(), TextToDouble(r.value));
-      }
+      Apply_Rule(gMesh(), gBeamShape(), r.option, r.value);
     } catch (const RuleRefused& e) {
       MsgBox(r.option + ' ' + r.value + ": " + e.what());
       return false;
@@ -114,16 +99,15 @@ bool IsField(const std::string& name) {
 Taken TakeRule(const std::vector<std::string>& args, std::size_t& i, GirderRequest& g,
                std::string& why) {
   const std::string& a = args[i];
-  if (a != "--supports" && !LoadRules().count(a)) return Taken::No;
+  const auto& options = Rule_Options();
+  if (std::find(options.begin(), options.end(), a) == options.end()) return Taken::No;
   if (i + 1 >= args.size()) {
     why = a + " needs a value";
     return Taken::Refused;
   }
   const std::string& v = args[++i];
-  if (a == "--supports" ? v != "fork" && v != "simple" : !IsNumeric(v)) {
-    why = a + (a == "--supports" ? " takes fork or simple" : " takes a number");
-    return Taken::Refused;
-  }
+  why = Rule_Value_Problem(a, v);
+  if (!why.empty()) return Taken::Refused;
   g.rules.push_back({a, v});
   return Taken::Yes;
 }
