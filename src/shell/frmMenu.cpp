@@ -279,6 +279,8 @@ void frmMenu::BuildViewMenus() {
   AddCheckMenu(result, "mnuResult_Show", "Show Buckled Shape", [this] { mnuResult_Show_Click(); });
   AddCheckMenu(result, "mnuStressPlot", "Stress Plot", [this] { mnuStressPlot_Click(); });
 
+  BuildStudiesMenu();
+
   QMenu* help = top("mnuHelp", "Help", 20100);
   AddMenu(help, "mnuVELKHelp", "Help Topics", [this] { mnuVELKHelp_Click(); });
   AddMenu(help, "mnuHelp_Space_1", "-");

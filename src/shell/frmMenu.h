@@ -37,6 +37,9 @@ public:
   void StressProbe(const QPoint& p);
   StressWindow* Stress() const { return stress_; }
 
+  // The Studies menu (StudiesMenu.cpp).
+  void mnuStudies_SupportsLoads_Click();
+
   // The mouse on the view (frmMenuMouse.cpp). Button 1 left, 2 right; Shift 1
   // is the shift key alone; client pixels, y down.
   void Form_MouseDown(int Button, int Shift, Single X, Single Y);
@@ -137,6 +140,7 @@ private:
   void BuildModelMenus();
   void BuildViewMenus();
   void BuildPopup();
+  void BuildStudiesMenu(); // StudiesMenu.cpp
   QMenu* AddTopMenu(const QString& name, const QString& caption, int context);
   QMenu* AddSubMenu(QMenu* parent, const QString& name, const QString& caption);
   void BuildToolBar();

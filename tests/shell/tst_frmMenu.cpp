@@ -299,6 +299,59 @@ private slots:
         "The structure is not restrained against rigid-body motion"));
   }
 
+  // Studies > Supports and Loads on the default girder gives the model that
+  // the batch tool's generate gives with the same rules, node by node; a rule
+  // that does not fit is refused and leaves the model as it was.
+  void supportsAndLoadsByRuleAsTheBatchToolMakesThem() {
+    ShellSession s;
+    GenerateDefaultGirder(*s.menu);
+    const QString dir = s.dir.path();
+    auto fill = [](std::map<QString, QString> fields, std::vector<std::string>* seen = nullptr) {
+      return WhenModal([fields, seen](QDialog* dlg) {
+        for (const auto& [name, text] : fields) {
+          if (auto* box = dlg->findChild<QCheckBox*>(name))
+            box->setChecked(true);
+          else
+            dlg->findChild<QLineEdit*>(name)->setText(text);
+        }
+        QTest::mouseClick(dlg->findChild<QPushButton*>("cmdApply"), Qt::LeftButton);
+        if (seen) *seen = {dlg->isVisible() ? "open" : "closed"};
+      });
+    };
+    {
+      std::vector<std::string> state;
+      const auto answer = fill({{"chkFork", ""}, {"txtMoment", "1000"}, {"txtPoint", "5"},
+                                {"txtPointX", "55"}},
+                               &state);
+      s.host.messages.clear();
+      s.menu->Menu("mnuStudies_SupportsLoads")->trigger();
+      QCOMPARE(state, std::vector<std::string>{"open"});
+      QCOMPARE(s.host.Texts(), std::vector<std::string>{
+                                   "A point load at x = 55 needs a node there; the nearest are "
+                                   "at 51.4286 and 60."});
+      for (const auto& n : gMesh().Nodes())
+        QVERIFY(!n->LoadDefined() && !n->BoundaryDefined());
+    }
+    {
+      const auto answer = fill({{"chkFork", ""}, {"txtMoment", "1000"}, {"txtPoint", "5"},
+                                {"txtPointX", "60"}, {"chkPointBottom", ""}});
+      s.menu->Menu("mnuStudies_SupportsLoads")->trigger();
+    }
+    QVERIFY(Save_Project_Path((dir + "/window.inp").toStdString()));
+    QProcess batch;
+    batch.start(VELK_BATCH, {"generate", "--supports", "fork", "--moment", "1000", "--point",
+                             "5:60:bottom", "-o", dir + "/batch.inp"});
+    QVERIFY(batch.waitForFinished(20000));
+    QCOMPARE(batch.exitCode(), 0);
+    QFile a(dir + "/window.inp"), b(dir + "/batch.inp");
+    QVERIFY(a.open(QIODevice::ReadOnly) && b.open(QIODevice::ReadOnly));
+    const QList<QByteArray> window = a.readAll().split('\n'), made = b.readAll().split('\n');
+    QCOMPARE(window.size(), made.size());
+    for (int i = 0; i < window.size(); ++i)
+      QVERIFY2(window[i] == made[i], qPrintable(QString::number(i + 1) + ": " + window[i] +
+                                                 " | " + made[i]));
+  }
+
   void optionDialogShowsWholeTabsAndStores() {
     ShellSession s;
     AnalysisOptionDialog dlg(s.menu.get());
