@@ -57,4 +57,12 @@ std::string Check_Verdict(const ResultCheck& c) {
   return "ok";
 }
 
+std::string Mode_Verdict(const ResultCheck& c, std::size_t index) {
+  if (!c.made || index >= c.modeResiduals.size()) return "not checked";
+  if (c.Free()) return "free";
+  if (c.modeResiduals[index] > kResidualLimit) return "not converged";
+  if (c.belowFirstMode > 0) return "not lowest";
+  return "ok";
+}
+
 } // namespace velk

@@ -19,4 +19,9 @@ std::vector<std::string> Check_Warnings(const ResultCheck& check, CheckReader re
 // "not lowest", "not checked".
 std::string Check_Verdict(const ResultCheck& check);
 
+// The verdict on further mode `index` (0 for mode 1) of a run that asked for
+// them: "not converged" when its residual is too large, "not lowest" for
+// every mode when load factors of smaller magnitude than mode 1 exist.
+std::string Mode_Verdict(const ResultCheck& check, std::size_t index);
+
 } // namespace velk

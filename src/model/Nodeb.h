@@ -13,6 +13,9 @@ public:
   Single xcoord = 0;
   Single ycoord = 0;
   Single zcoord = 0; // normalised out-of-plane displacement of the buckled shape
+  // The out-of-plane shape of a further mode while the view shows it in place
+  // of zcoord; never saved.
+  Single ShownZ = 0;
   Single InPDispX = 0;
   Single InPDispY = 0;
   Single XTDirValue = 0;

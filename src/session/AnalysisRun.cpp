@@ -3,6 +3,7 @@
 #include "analysis/Deck.h"
 #include "analysis/EigenCalculation.h"
 #include "session/VELKMain.h"
+#include "view/View.h"
 
 namespace velk {
 
@@ -12,6 +13,7 @@ Integer Write_Deck() {
 }
 
 void Run_Analysis() {
+  gView().ModeShown = 0; // the new run's own mode is what the view shows
   Run_Analysis(gMesh(), gAnalysis(), session().gTempInFile, session().gTempOutFile);
 }
 

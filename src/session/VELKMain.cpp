@@ -67,6 +67,7 @@ void New_Model() {
     s.Material = std::make_shared<Material>();
     s.Selection = std::make_shared<Selection>();
     Read_Option();
+    gView().ModeShown = 0;
     gView().Refresh();
   } catch (const std::exception&) {
     MsgBox("Error...");

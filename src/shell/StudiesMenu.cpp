@@ -2,6 +2,7 @@
 // the window. Its commands live here, apart from the classic menus.
 #include "shell/SupportsLoadsDialog.h"
 #include "shell/frmMenu.h"
+#include "session/VELKMain.h"
 
 #include <QMenu>
 
@@ -12,6 +13,24 @@ void frmMenu::BuildStudiesMenu() {
   AddMenu(studies, "mnuStudies_SupportsLoads", "Supports and Loads...",
           [this] { mnuStudies_SupportsLoads_Click(); })
       ->setData(20310);
+  AddMenu(studies, "mnuStudies_Modes", "Buckling Modes...", [this] { mnuStudies_Modes_Click(); })
+      ->setData(20320);
+}
+
+// One window, kept while it is open; Show Buckled Shape follows the mode it draws.
+void frmMenu::mnuStudies_Modes_Click() {
+  Trap("Error..[Buckling Modes]", [this] {
+    if (!modes_) {
+      modes_ = new BucklingModesWindow(this);
+      modes_->setAttribute(Qt::WA_DeleteOnClose);
+      modes_->OnShown = [this] {
+        menus_["mnuResult_Show"]->setChecked(IsTrue(gView().OptionShowResult));
+        Paint();
+      };
+    }
+    modes_->show();
+    modes_->raise();
+  });
 }
 
 void frmMenu::mnuStudies_SupportsLoads_Click() {

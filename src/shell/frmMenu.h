@@ -1,6 +1,7 @@
 #pragma once
 // The main window: menu bar, popup, tool bar, status bar and the GL surface,
 // with one handler per command.
+#include "shell/BucklingModesWindow.h"
 #include "shell/HelpWindow.h"
 #include "shell/PropertyViewWindow.h"
 #include "shell/StressWindow.h"
@@ -39,6 +40,8 @@ public:
 
   // The Studies menu (StudiesMenu.cpp).
   void mnuStudies_SupportsLoads_Click();
+  void mnuStudies_Modes_Click();
+  BucklingModesWindow* Modes() const { return modes_; }
 
   // The mouse on the view (frmMenuMouse.cpp). Button 1 left, 2 right; Shift 1
   // is the shift key alone; client pixels, y down.
@@ -165,6 +168,7 @@ private:
   QPointer<HelpWindow> help_;
   QPointer<StressWindow> stress_;
   QPointer<PropertyViewWindow> propertyView_;
+  QPointer<BucklingModesWindow> modes_;
   QMap<QString, QAction*> menus_;
   QMap<QString, QAction*> tools_;
   QMap<QString, std::function<void()>> toolHandlers_; // by the key of the button

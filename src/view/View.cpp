@@ -362,6 +362,7 @@ void View::SetUpClipEq(double hfrom, double hto, double vfrom, double vto) {
 }
 
 void View::Initialization(const Nodes& nodes) {
+  ModeShown = 0;
   ViewMode = ViewModes::Select;
   PropertyMode = PropertyModes::Plate;
   MeshMode = MeshModes::Plate;
@@ -471,7 +472,7 @@ StressColour StressColourOf(Single s, Single r) {
 
 Vec3f View::DeformedPosition(const Nodeb& n) const {
   return {n.InPDispX * OptionInpMagFactor + n.xcoord, n.InPDispY * OptionInpMagFactor + n.ycoord,
-          n.zcoord * OptionOutpMagFactor};
+          (ModeShown > 0 ? n.ShownZ : n.zcoord) * OptionOutpMagFactor};
 }
 
 void View::DeformedPlate(const fourNode& p, Vec3f (&P)[4], Vec3f& normal) const {

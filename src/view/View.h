@@ -104,6 +104,9 @@ public:
   Boolean OptionShowBraceValue = vbFalse;
   Boolean OptionShowModel = vbTrue;
   Boolean OptionShowResult = vbFalse;
+  // The further mode drawn with each node's ShownZ in place of its zcoord; 0
+  // for the run's own. A new run, model or mesh sets it back to 0.
+  int ModeShown = 0;
   Boolean OptionHideModelWhenBuckle = vbFalse;
   Single OptionInpMagFactor = 1;
   Single OptionOutpMagFactor = 1;

@@ -9,7 +9,9 @@
 #include "model/twoNodes.h"
 #include "session/ProjectFile.h"
 #include "shell/OptionDialog.h"
+#include "shell/BucklingModesWindow.h"
 #include "shell/StressWindow.h"
+#include "analysis/EigenCalculation.h"
 
 #include <QtTest>
 #include <QtWidgets>
@@ -129,6 +131,48 @@ private slots:
           QVERIFY2(box.contains(x, y), qPrintable(QString("lit at %1,%2").arg(x).arg(y)));
         }
     QVERIFY(lit > 1000);
+  }
+
+  // Studies > Buckling Modes: three modes, smallest first, each checked; the
+  // mode shown is drawn from its own shape while the model, and so the saved
+  // project, keeps the run's mode 1.
+  void bucklingModesWindowListsAndShowsFurtherModes() {
+    ShellSession s;
+    QVERIFY(Open_Project_Path(VELK_EXAMPLES_DIR "/girder-in-bending.inp"));
+    s.menu->Menu("mnuStudies_Modes")->trigger();
+    BucklingModesWindow* w = s.menu->Modes();
+    QVERIFY(w && w->isVisible());
+    w->findChild<QLineEdit*>("txtModes")->setText("3");
+    s.host.messages.clear();
+    QTest::mouseClick(w->findChild<QPushButton*>("cmdRun"), Qt::LeftButton);
+    QCOMPARE(s.host.Texts(), std::vector<std::string>{"Eigenvalue of 2.4660E+04"});
+    auto* table = w->findChild<QTableWidget*>("tblModes");
+    QCOMPARE(table->rowCount(), 3);
+    QCOMPARE(table->item(0, 1)->text(), QString("2.4660E+04"));
+    for (int r = 0; r < 3; ++r) {
+      QCOMPARE(table->item(r, 2)->text(), QString("ok"));
+      if (r > 0)
+        QVERIFY(std::abs(table->item(r, 1)->text().toDouble()) >=
+                std::abs(table->item(r - 1, 1)->text().toDouble()));
+    }
+    const QString saved = s.dir.path() + "/a.inp", again = s.dir.path() + "/b.inp";
+    QVERIFY(Save_Project_Path(saved.toStdString()));
+    const QImage mode1 = s.menu->Surface()->grabFramebuffer();
+    auto* show = w->findChild<QComboBox*>("cboShow");
+    show->setCurrentIndex(2);
+    emit show->activated(2);
+    QCOMPARE(gView().ModeShown, 3);
+    QVERIFY(s.menu->Menu("mnuResult_Show")->isChecked());
+    const auto shapes = Node_Mode_Shapes(LastRunModes(), gMesh().Nodes());
+    const Nodeb& node = *gMesh().Nodes().Item(30);
+    QCOMPARE(gView().DeformedPosition(node).z, shapes[2][29] * gView().OptionOutpMagFactor);
+    QVERIFY(shapes[2][29] != node.zcoord);
+    QVERIFY(s.menu->Surface()->grabFramebuffer() != mode1);
+    QVERIFY(Save_Project_Path(again.toStdString()));
+    QFile a(saved), b(again);
+    QVERIFY(a.open(QIODevice::ReadOnly) && b.open(QIODevice::ReadOnly));
+    QVERIFY(a.readAll() == b.readAll());
+    w->close();
   }
 
   // The plot's colours at the plates of the extremes are the map's, and the
