@@ -13,6 +13,8 @@ namespace velk {
 class Mesh;
 class OutFile;
 
+constexpr const char* kVtuFilter = "All Files (*.*)|*.*|VTK Unstructured Grid (*.vtu)|*.vtu";
+
 // VTK's cell type numbers.
 constexpr int kVtkLine = 3;
 constexpr int kVtkQuad = 9;

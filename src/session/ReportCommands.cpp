@@ -1,5 +1,6 @@
 #include "session/ReportCommands.h"
 
+#include "analysis/EigenCalculation.h"
 #include "common/TextFile.h"
 #include "reports/GridFile.h"
 #include "reports/ReportFile.h"
@@ -51,6 +52,17 @@ void Write_Report() {
 
 void Write_GridFile() {
   SaveThroughDialog("Save Grid File As", kGridFilter, GridFileStep);
+}
+
+void Write_Vtu(const std::vector<ModeShape>& extraModes) {
+  SaveThroughDialog("Export for ParaView", kVtuFilter,
+                    [&](const std::string& path) { VtuFileStep(path, extraModes); });
+}
+
+std::vector<ModeShape> Further_Mode_Shapes() {
+  std::vector<ModeShape> shapes = Node_Mode_Shapes(LastRunModes(), gMesh().Nodes());
+  if (!shapes.empty()) shapes.erase(shapes.begin());
+  return shapes;
 }
 
 bool Write_Report_Path(const std::string& path) {

@@ -18,5 +18,11 @@ bool Write_GridFile_Path(const std::string& path);
 // The model and its results as a VTK unstructured grid for outside viewers,
 // with further mode shapes (by node position) after the model's own.
 bool Write_Vtu_Path(const std::string& path, const std::vector<ModeShape>& extraModes = {});
+// The same through a save dialog ("Export for ParaView").
+void Write_Vtu(const std::vector<ModeShape>& extraModes);
+
+// Modes 2, 3... of the last run, when it sought further modes, by node
+// position: what an export adds after the model's own mode.
+std::vector<ModeShape> Further_Mode_Shapes();
 
 } // namespace velk

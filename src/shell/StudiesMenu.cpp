@@ -2,6 +2,7 @@
 // the window. Its commands live here, apart from the classic menus.
 #include "shell/SupportsLoadsDialog.h"
 #include "shell/frmMenu.h"
+#include "session/ReportCommands.h"
 #include "session/VELKMain.h"
 
 #include <QMenu>
@@ -15,6 +16,14 @@ void frmMenu::BuildStudiesMenu() {
       ->setData(20310);
   AddMenu(studies, "mnuStudies_Modes", "Buckling Modes...", [this] { mnuStudies_Modes_Click(); })
       ->setData(20320);
+  AddMenu(studies, "mnuStudies_Export", "Export for ParaView...",
+          [this] { mnuStudies_Export_Click(); })
+      ->setData(20330);
+}
+
+// The model with its results, and every mode the last run sought.
+void frmMenu::mnuStudies_Export_Click() {
+  Trap("Error..[Export]", [] { Write_Vtu(Further_Mode_Shapes()); });
 }
 
 // One window, kept while it is open; Show Buckled Shape follows the mode it draws.

@@ -41,6 +41,7 @@ public:
   // The Studies menu (StudiesMenu.cpp).
   void mnuStudies_SupportsLoads_Click();
   void mnuStudies_Modes_Click();
+  void mnuStudies_Export_Click();
   BucklingModesWindow* Modes() const { return modes_; }
 
   // The mouse on the view (frmMenuMouse.cpp). Button 1 left, 2 right; Shift 1

@@ -173,6 +173,22 @@ private slots:
     QVERIFY(a.open(QIODevice::ReadOnly) && b.open(QIODevice::ReadOnly));
     QVERIFY(a.readAll() == b.readAll());
     w->close();
+
+    // Export for ParaView: the grid the batch tool writes of the same run,
+    // every mode in it.
+    const QString vtu = s.dir.path() + "/window.vtu", made = s.dir.path() + "/batch.vtu";
+    s.host.saveAnswers.push_back(vtu.toStdString());
+    s.menu->Menu("mnuStudies_Export")->trigger();
+    QProcess batch;
+    batch.start(VELK_BATCH, {"run", VELK_EXAMPLES_DIR "/girder-in-bending.inp", "--modes", "3",
+                             "--vtu", made});
+    QVERIFY(batch.waitForFinished(30000));
+    QCOMPARE(batch.exitCode(), 0);
+    QFile x(vtu), y(made);
+    QVERIFY(x.open(QIODevice::ReadOnly) && y.open(QIODevice::ReadOnly));
+    const QByteArray grid = x.readAll();
+    QVERIFY(grid.contains("Name=\"Mode3\"") && !grid.contains("Name=\"Mode4\""));
+    QVERIFY(grid == y.readAll());
   }
 
   // The plot's colours at the plates of the extremes are the map's, and the

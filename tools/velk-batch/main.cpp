@@ -244,12 +244,6 @@ bool WarnOfCheck(bool modes) {
   return !warnings.empty();
 }
 
-// Modes 2, 3... of the run just made, by node, for the export.
-std::vector<ModeShape> FurtherShapes() {
-  std::vector<ModeShape> shapes = Node_Mode_Shapes(LastRunModes(), gMesh().Nodes());
-  if (!shapes.empty()) shapes.erase(shapes.begin());
-  return shapes;
-}
 
 int Run(const std::vector<std::string>& args) {
   RunRequest r;
@@ -286,7 +280,7 @@ int Run(const std::vector<std::string>& args) {
   }
   if (!r.out.empty() && !Save_Project_Path(r.out)) return 1;
   if (!r.vtu.empty() &&
-      !Write_Vtu_Path(r.vtu, modes > 1 && modesFound ? FurtherShapes() : std::vector<ModeShape>{}))
+      !Write_Vtu_Path(r.vtu, modes > 1 && modesFound ? Further_Mode_Shapes() : std::vector<ModeShape>{}))
     return 1;
   if (!copied || !modesFound) return 1;
   return WarnOfCheck(modes > 0) ? 3 : 0;
