@@ -2,8 +2,8 @@
 
 #include "common/Host.h"
 #include "session/VELKMain.h"
-#include "view/DrawBitmap.h"
-#include "view/DrawModel.h"
+#include "draw/DrawBitmap.h"
+#include "draw/DrawModel.h"
 #include "view/View.h"
 
 #include <GL/gl.h>

@@ -21,8 +21,8 @@
 #include "shell/StressWindow.h"
 #include "shell/WindowPlacement.h"
 #include "shell/frmAbout.h"
-#include "view/DrawBitmap.h"
-#include "view/DrawModel.h"
+#include "draw/DrawBitmap.h"
+#include "draw/DrawModel.h"
 #include "view/View.h"
 
 #include <QAction>

@@ -7,7 +7,7 @@
 #include "session/VELKMain.h"
 #include "shell/GLView.h"
 #include "shell/frmMenu.h"
-#include "view/DrawModel.h"
+#include "draw/DrawModel.h"
 #include "view/View.h"
 
 #include <QMenu>

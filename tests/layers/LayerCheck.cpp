@@ -17,8 +17,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// A unit is a folder, except that the view's state and camera (View.*) are
-// data while the rest of the view folder is drawing.
+// A unit is a folder: the view's state and camera (src/view) are data, their
+// drawing in GL (src/draw) a layer of its own above the core.
 struct Unit {
   std::string name;
   int layer;
@@ -29,10 +29,10 @@ constexpr int kTools = 100; // may use every layer but view drawing and the shel
 std::optional<Unit> UnitOf(const std::string& path) { // path relative to ROOT
   static const std::vector<std::pair<std::string, Unit>> table = {
       {"src/common/", {"common", 0}},   {"src/model/", {"model", 1}},
-      {"src/editing/", {"editing", 1}}, {"src/view/View.", {"view-state", 1}},
+      {"src/editing/", {"editing", 1}}, {"src/view/", {"view", 1}},
       {"src/mesh/", {"mesh", 2}},       {"src/analysis/", {"analysis", 2}},
       {"src/reports/", {"reports", 2}}, {"src/session/", {"session", 3}},
-      {"src/forms/", {"forms", 4}},     {"src/view/", {"view-drawing", 5}},
+      {"src/forms/", {"forms", 4}},     {"src/draw/", {"view-drawing", 5}},
       {"src/shell/", {"shell", 6}},     {"tools/", {"tools", kTools}}};
   for (const auto& [prefix, unit] : table)
     if (path.starts_with(prefix)) return unit;

@@ -7,8 +7,8 @@ function(plant name)
   file(WRITE "${dir}/src/model/Node.h" "#include \"common/Text.h\"\n")
   file(WRITE "${dir}/src/session/Main.h" "#include \"model/Node.h\"\n")
   file(WRITE "${dir}/src/view/View.h" "#include \"model/Node.h\"\n")
-  file(WRITE "${dir}/src/view/Draw.cpp" "#include <GL/gl.h>\n#include \"view/View.h\"\n")
-  file(WRITE "${dir}/src/shell/Window.cpp" "#include <QWidget>\n#include \"view/Draw.h\"\n")
+  file(WRITE "${dir}/src/draw/Draw.cpp" "#include <GL/gl.h>\n#include \"view/View.h\"\n")
+  file(WRITE "${dir}/src/shell/Window.cpp" "#include <QWidget>\n#include \"draw/Draw.h\"\n")
   foreach(pair ${ARGN})
     string(REPLACE "=" ";" pair "${pair}")
     list(GET pair 0 file)
@@ -34,14 +34,14 @@ if(NOT rc EQUAL 0)
 endif()
 expect_fault(upward "model includes session/Main.h of the lower layer session"
   "src/model/Node.h=#include \"session/Main.h\"")
-expect_fault(view_state_draws "view-state includes view/Draw.h of the lower layer view-drawing"
-  "src/view/View.h=#include \"view/Draw.h\"")
+expect_fault(view_state_draws "view includes draw/Draw.h of the lower layer view-drawing"
+  "src/view/View.h=#include \"draw/Draw.h\"")
 expect_fault(qt_in_core "toolkit or GL header in the core"
   "src/model/Node.h=#include <QString>")
 expect_fault(gl_in_core "toolkit or GL header in the core"
   "src/session/Main.h=#include <GL/glu.h>")
-expect_fault(tools_draw "tools includes view/Draw.h"
-  "tools/batch/main.cpp=#include \"view/Draw.h\"")
+expect_fault(tools_draw "tools includes draw/Draw.h"
+  "tools/batch/main.cpp=#include \"draw/Draw.h\"")
 expect_fault(cycle "include cycle: (editing -> model|model -> editing)"
   "src/editing/Pick.h=#include \"model/Node.h\""
   "src/model/Node.h=#include \"editing/Pick.h\"")

@@ -1,4 +1,4 @@
-#include "view/DrawBitmap.h"
+#include "draw/DrawBitmap.h"
 
 #include "common/Fault.h"
 #include "common/Host.h"

@@ -1,6 +1,6 @@
 // Reading the picture on the screen: the depth under a window point, and the
 // model point there.
-#include "view/DrawModel.h"
+#include "draw/DrawModel.h"
 #include "view/View.h"
 
 #include <GL/gl.h>

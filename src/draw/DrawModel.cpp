@@ -1,4 +1,4 @@
-#include "view/DrawModel.h"
+#include "draw/DrawModel.h"
 
 #include "common/Fault.h"
 #include "common/Host.h"
@@ -6,7 +6,7 @@
 #include "model/fourNodes.h"
 #include "model/twoNodes.h"
 #include "session/VELKMain.h"
-#include "view/DrawResult.h"
+#include "draw/DrawResult.h"
 #include "view/View.h"
 
 #include <GL/gl.h>

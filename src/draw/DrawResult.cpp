@@ -1,6 +1,6 @@
 // The buckled shape: the deformed plates as a wire frame, and under it a
 // smooth surface lit from the viewer's side.
-#include "view/DrawResult.h"
+#include "draw/DrawResult.h"
 
 #include "common/Host.h"
 #include "model/fourNodes.h"

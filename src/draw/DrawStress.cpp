@@ -1,11 +1,11 @@
 // The stress plot: one component of the first stage as colours on the
 // plates, and for Sx on the stiffeners, on the symmetric map of the view.
-#include "view/DrawResult.h"
+#include "draw/DrawResult.h"
 
 #include "model/fourNodes.h"
 #include "model/twoNodes.h"
 #include "session/VELKMain.h"
-#include "view/DrawModel.h"
+#include "draw/DrawModel.h"
 #include "view/View.h"
 
 #include <GL/gl.h>
