@@ -19,6 +19,19 @@ void frmMenu::BuildStudiesMenu() {
   AddMenu(studies, "mnuStudies_Export", "Export for ParaView...",
           [this] { mnuStudies_Export_Click(); })
       ->setData(20330);
+  AddMenu(studies, "mnuStudies_Sweep", "Parameter Sweep...", [this] { mnuStudies_Sweep_Click(); })
+      ->setData(20340);
+}
+
+void frmMenu::mnuStudies_Sweep_Click() {
+  Trap("Error..[Parameter Sweep]", [this] {
+    if (!sweep_) {
+      sweep_ = new SweepWindow(this);
+      sweep_->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    sweep_->show();
+    sweep_->raise();
+  });
 }
 
 // The model with its results, and every mode the last run sought.

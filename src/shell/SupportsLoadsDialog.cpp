@@ -12,13 +12,8 @@ namespace {
 constexpr int kSupportsLoadsHelp = 20310; // contexts.txt
 }
 
-SupportsLoadsDialog::SupportsLoadsDialog(QWidget* parent)
-    : BoundDialog(parent, "frmSupportsLoads", "Supports and Loads", kSupportsLoadsHelp) {
-  activate_ = [this] { form_.Unloaded = false; };
-  unloaded_ = &form_.Unloaded;
-  frmSupportsLoads& f = form_;
+void RuleRowsDialog::AddRuleRows(frmSupportsLoads& f, int& row) {
   QGridLayout* rows = Rows();
-  int row = 0;
   auto label = [&](const char* text, int column = 0) {
     rows->addWidget(new QLabel(text, this), row, column);
   };
@@ -52,6 +47,14 @@ SupportsLoadsDialog::SupportsLoadsDialog(QWidget* parent)
                           this);
   note->setWordWrap(true);
   rows->addWidget(note, row++, 0, 1, 6);
+}
+
+SupportsLoadsDialog::SupportsLoadsDialog(QWidget* parent)
+    : RuleRowsDialog(parent, "frmSupportsLoads", "Supports and Loads", kSupportsLoadsHelp) {
+  activate_ = [this] { form_.Unloaded = false; };
+  unloaded_ = &form_.Unloaded;
+  int row = 0;
+  AddRuleRows(form_, row);
   Finish({Command("cmdApply", "Apply", [this] { form_.cmdApply_Click(); }),
           Command("cmdClose", "Close", [this] { form_.cmdClose_Click(); })});
 }

@@ -5,6 +5,7 @@
 #include "shell/HelpWindow.h"
 #include "shell/PropertyViewWindow.h"
 #include "shell/StressWindow.h"
+#include "shell/SweepWindow.h"
 #include "view/View.h"
 
 #include <QMainWindow>
@@ -42,6 +43,8 @@ public:
   void mnuStudies_SupportsLoads_Click();
   void mnuStudies_Modes_Click();
   void mnuStudies_Export_Click();
+  void mnuStudies_Sweep_Click();
+  SweepWindow* Sweep() const { return sweep_; }
   BucklingModesWindow* Modes() const { return modes_; }
 
   // The mouse on the view (frmMenuMouse.cpp). Button 1 left, 2 right; Shift 1
@@ -170,6 +173,7 @@ private:
   QPointer<StressWindow> stress_;
   QPointer<PropertyViewWindow> propertyView_;
   QPointer<BucklingModesWindow> modes_;
+  QPointer<SweepWindow> sweep_;
   QMap<QString, QAction*> menus_;
   QMap<QString, QAction*> tools_;
   QMap<QString, std::function<void()>> toolHandlers_; // by the key of the button

@@ -8,6 +8,7 @@
 #include "shell/EigenDialog.h"
 #include "shell/QtHost.h"
 #include "shell/WindowPlacement.h"
+#include "shell/SweepWindow.h"
 
 #include <GL/gl.h>
 #include <QtTest>
@@ -350,6 +351,48 @@ private slots:
     for (int i = 0; i < window.size(); ++i)
       QVERIFY2(window[i] == made[i], qPrintable(QString::number(i + 1) + ": " + window[i] +
                                                  " | " + made[i]));
+  }
+
+  // Studies > Parameter Sweep: the length of the default girder under fork
+  // supports and end moments from 60 to 600 by 60, run by the batch tool as a
+  // child; the curve fills with ten points as the cases end, falling in magnitude as the
+  // girder grows longer (lateral-torsional buckling), and the CSV and the
+  // picture are where the window says.
+  void parameterSweepRunsTheBatchToolAndDrawsItsCurve() {
+    ShellSession s;
+    GenerateDefaultGirder(*s.menu);
+    s.menu->Menu("mnuStudies_Sweep")->trigger();
+    SweepWindow* w = s.menu->Sweep();
+    QVERIFY(w && w->isVisible());
+    w->tool = VELK_BATCH;
+    const QString csv = s.dir.path() + "/study.csv", png = s.dir.path() + "/study.png";
+    const std::map<QString, QString> fields = {{"txtFrom", "60"},  {"txtTo", "600"},
+                                               {"txtStep", "60"},  {"txtMoment", "1000"},
+                                               {"txtCsv", csv},    {"txtPlot", png},
+                                               {"txtJobs", "2"}};
+    for (const auto& [name, text] : fields)
+      w->findChild<QLineEdit*>(name)->setText(text);
+    w->findChild<QCheckBox*>("chkFork")->setChecked(true);
+    QTest::mouseClick(w->findChild<QPushButton*>("cmdRun"), Qt::LeftButton);
+    QVERIFY(w->Running());
+    QTRY_VERIFY_WITH_TIMEOUT(!w->Running(), 60000);
+    QCOMPARE(w->findChild<QLabel*>("lblStatus")->text(), QString("Done: 10 cases."));
+    QCOMPARE(w->findChild<QProgressBar*>("progress")->value(), 10);
+    std::vector<frmSweep::Point> points = w->Form().points;
+    QCOMPARE(points.size(), std::size_t(10));
+    std::sort(points.begin(), points.end(), [](auto& a, auto& b) { return a.x < b.x; });
+    for (std::size_t i = 0; i < points.size(); ++i) {
+      QCOMPARE(points[i].x, 60.0 * (i + 1));
+      QVERIFY(points[i].eigenvalue && points[i].check == "ok");
+      if (i > 0) QVERIFY(std::abs(*points[i].eigenvalue) < std::abs(*points[i - 1].eigenvalue));
+    }
+    QFile f(csv);
+    QVERIFY(f.open(QIODevice::ReadOnly));
+    const QList<QByteArray> lines = f.readAll().trimmed().split('\n');
+    QCOMPARE(lines.size(), 11);
+    QVERIFY(lines[2].startsWith("120,"));
+    QVERIFY(QFileInfo(png).size() > 0);
+    w->close();
   }
 
   void optionDialogShowsWholeTabsAndStores() {
