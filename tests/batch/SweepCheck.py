@@ -140,6 +140,9 @@ def check_svg():
     curves = [[float(xy.split(",")[1]) for xy in p] for p in points if len(p) == len(rows)]
     if not curves:
         fail(f"no curve of {len(rows)} points in the SVG: {points}")
+    texts = "".join(e.text or "" for e in ET.parse(svg).iter())
+    if "Longitudinal Elements (txtNumXElements)" not in texts:
+        fail("the axis does not name the field by its caption")
     # Finer meshes are softer: the eigenvalue falls, the curve goes down the page.
     if [float(r[1]) for r in rows] != sorted((float(r[1]) for r in rows), reverse=True) or \
             curves[0] != sorted(curves[0]):

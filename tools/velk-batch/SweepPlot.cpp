@@ -1,5 +1,7 @@
 #include "SweepPlot.h"
 
+#include "forms/GirderFields.h"
+
 #include <QFont>
 #include <QGuiApplication>
 #include <QImage>
@@ -133,7 +135,7 @@ bool Plot_Sweep(const std::string& file, const std::string& field,
 
   const QSize size(900, 560);
   const QString path = QString::fromStdString(file);
-  const QString title = QString::fromStdString(field);
+  const QString title = QString::fromStdString(Field_Label(field)); // "Beam Length (txtBL)"
   if (path.endsWith(".svg", Qt::CaseInsensitive)) {
     QSvgGenerator svg;
     svg.setFileName(path);
