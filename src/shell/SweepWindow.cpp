@@ -45,11 +45,13 @@ void SweepCurve::paintEvent(QPaintEvent*) {
   p.translate(14, area.center().y());
   p.rotate(-90);
   p.drawText(QRect(-area.height() / 2, -8, area.height(), 18), Qt::AlignCenter,
-             "Buckling load factor");
+             "Buckling load factor, magnitude");
   p.restore();
+  // A symmetric girder buckles alike under the loads reversed, and which of
+  // the two signs a case reports is chance: the curve is of the magnitude.
   std::vector<std::pair<double, double>> xy;
   for (const frmSweep::Point& pt : form_.points)
-    if (pt.eigenvalue) xy.emplace_back(pt.x, *pt.eigenvalue);
+    if (pt.eigenvalue) xy.emplace_back(pt.x, std::abs(*pt.eigenvalue));
   if (xy.empty()) return;
   std::sort(xy.begin(), xy.end());
   double x0 = xy.front().first, x1 = xy.back().first, y0 = xy.front().second, y1 = y0;

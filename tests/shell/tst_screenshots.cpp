@@ -10,7 +10,12 @@
 #include "shell/BeamShapeDialog.h"
 #include "shell/PropertyDialogs.h"
 #include "shell/StressWindow.h"
+#include "shell/SupportsLoadsDialog.h"
+#include "shell/SweepWindow.h"
 
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QtTest>
@@ -96,6 +101,47 @@ int main(int argc, char** argv) {
     BoundaryDialog boundary(menu);
     boundary.show();
     failures += Save(&boundary, folder, "11-boundary-dialog").isNull();
+    boundary.close();
+  }
+  {
+    // The Studies windows on the default girder: supports and loads by rule,
+    // three modes with mode 3 shown, and a sweep of the length.
+    ShellSession s;
+    frmMenu* menu = s.menu.get();
+    menu->resize(900, 620);
+    BeamShapeDialog girder(menu);
+    girder.show();
+    QTest::qWait(50);
+    girder.findChild<QPushButton*>("cmdGenerate")->click();
+    SupportsLoadsDialog rules(menu);
+    rules.show();
+    rules.findChild<QCheckBox*>("chkFork")->setChecked(true);
+    rules.findChild<QLineEdit*>("txtMoment")->setText("1000");
+    failures += Save(&rules, folder, "12-supports-and-loads").isNull();
+    rules.findChild<QPushButton*>("cmdApply")->click();
+    menu->mnuStudies_Modes_Click();
+    menu->Modes()->findChild<QPushButton*>("cmdRun")->click();
+    auto* show = menu->Modes()->findChild<QComboBox*>("cboShow");
+    show->setCurrentIndex(2);
+    emit show->activated(2);
+    gView().ViewAngle();
+    gView().OptionOutpMagFactor = 20;
+    failures += Save(menu, folder, "13-mode-3-shown").isNull();
+    failures += Save(menu->Modes(), folder, "14-buckling-modes").isNull();
+    menu->Modes()->close();
+    menu->mnuStudies_Sweep_Click();
+    SweepWindow* sweep = menu->Sweep();
+    sweep->tool = VELK_BATCH;
+    for (const auto& [name, text] : std::map<QString, QString>{
+             {"txtFrom", "60"}, {"txtTo", "600"}, {"txtStep", "30"}, {"txtMoment", "1000"},
+             {"txtCsv", folder + "/sweep.csv"}})
+      sweep->findChild<QLineEdit*>(name)->setText(text);
+    sweep->findChild<QCheckBox*>("chkFork")->setChecked(true);
+    sweep->findChild<QPushButton*>("cmdRun")->click();
+    for (int i = 0; i < 600 && sweep->Running(); ++i)
+      QTest::qWait(50);
+    failures += Save(sweep, folder, "15-parameter-sweep").isNull();
+    sweep->close();
   }
   std::printf("screenshots written to %s\n", qPrintable(folder));
   return failures;
