@@ -2,6 +2,10 @@
 
 #include "common/Fault.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <cerrno>
 #include <cmath>
 #include <filesystem>
@@ -50,16 +54,47 @@ bool IsReadOnlyFile(const std::string& path) {
 }
 
 OutFile::OutFile(const std::string& path) {
+  namespace fs = std::filesystem;
   if (path.empty()) Raise(errBadFileName);
   // The file's read-only mark holds for every user, the administrator too.
   if (IsReadOnlyFile(path)) Raise(errPermissionDenied, "read-only file " + path);
+  std::error_code ec;
+  fs::path target = path;
+  if (fs::is_symlink(fs::symlink_status(target, ec))) target = fs::canonical(target, ec);
+  const fs::file_status st = fs::status(target, ec);
+  if (!ec && fs::exists(st) && !fs::is_regular_file(st)) {
+    errno = 0;
+    f_ = std::fopen(path.c_str(), "wb");
+    if (!f_) Raise(FaultFromErrno(errno, false), "cannot open " + path);
+    return;
+  }
+  const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
+  std::string temp = (folder / ("." + target.filename().string() + ".XXXXXX")).string();
   errno = 0;
-  f_ = std::fopen(path.c_str(), "wb");
-  if (!f_) Raise(FaultFromErrno(errno, false), "cannot open " + path);
+  const int fd = ::mkstemp(temp.data());
+  if (fd < 0) Raise(FaultFromErrno(errno, false), "cannot open " + path);
+  // The new file gets the old one's permissions, or those of a file made anew.
+  if (fs::exists(st)) {
+    ::fchmod(fd, static_cast<mode_t>(st.permissions()) & 07777);
+  } else {
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    ::fchmod(fd, 0666 & ~mask);
+  }
+  f_ = ::fdopen(fd, "wb");
+  if (!f_) {
+    const int err = errno;
+    ::close(fd);
+    ::unlink(temp.c_str());
+    Raise(FaultFromErrno(err, false), "cannot open " + path);
+  }
+  target_ = target.string();
+  temp_ = std::move(temp);
 }
 
 OutFile::~OutFile() {
   if (f_) std::fclose(f_);
+  if (!temp_.empty()) ::unlink(temp_.c_str()); // never completed: the old file stays
 }
 
 void OutFile::Put(std::string_view text) {
@@ -81,10 +116,17 @@ void OutFile::Close() {
   errno = 0;
   int flushed = std::fflush(f_);
   int err = errno;
+  if (flushed == 0 && !temp_.empty() && ::fsync(::fileno(f_)) != 0) flushed = -1, err = errno;
   int closed = std::fclose(f_);
   if (closed != 0 && err == 0) err = errno;
   f_ = nullptr;
   if (flushed != 0 || closed != 0) Raise(FaultFromErrno(err ? err : EIO, false));
+  if (temp_.empty()) return;
+  // Complete: only now does it take the old file's place.
+  errno = 0;
+  if (std::rename(temp_.c_str(), target_.c_str()) != 0)
+    Raise(FaultFromErrno(errno ? errno : EIO, false), "cannot replace " + target_);
+  temp_.clear();
 }
 
 std::string ReadWholeFile(const std::string& path) {

@@ -18,7 +18,10 @@ int FaultFromErrno(int err, bool reading);
 bool IsReadOnlyFile(const std::string& path);
 
 // A file opened for output; replaces what was there. A read-only file is
-// refused (70), whoever runs the program.
+// refused (70), whoever runs the program. The text goes to a temporary file
+// beside the target, renamed over it only by a Close that succeeded: a full
+// disk, a fault or a killed program leaves the old file as it was. A device
+// or a pipe (/dev/null, /dev/full) is written directly.
 class OutFile {
 public:
   explicit OutFile(const std::string& path);
@@ -36,6 +39,7 @@ private:
   std::FILE* f_ = nullptr;
   std::string* sink_ = nullptr;
   std::size_t column_ = 0;
+  std::string target_, temp_; // temp_ empty when writing directly
 };
 
 // Reads a whole file into memory; a missing file is fault 53.

