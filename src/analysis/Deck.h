@@ -36,13 +36,14 @@ Integer Write_Deck(Mesh& mesh, const Material& material, const Analysis& analysi
 class DeckReader {
 public:
   explicit DeckReader(std::string data) : in_(std::move(data)) {}
-  static DeckReader Open(const std::string& path) { return DeckReader(ReadWholeFile(path)); }
+  static DeckReader Open(const std::string& path) { return DeckReader(FieldReader::FromFile(path)); }
 
   std::string Text() { return in_.Text(); }
   Integer Int() { return in_.Integer(); }
   double Real() { return in_.Double(); }
 
 private:
+  explicit DeckReader(FieldReader in) : in_(std::move(in)) {}
   FieldReader in_;
 };
 

@@ -66,6 +66,10 @@ public:
   virtual void Yield() = 0; // lets pending events run (Cancel of a run)
   // A progress text of the running analysis, for the run dialog's status line.
   virtual void Progress(const std::string& /*text*/) {}
+  // What a failure's own message leaves out (the file, the line, the field),
+  // for a host without windows to print; the window's messages stand as
+  // they are.
+  virtual void Detail(const std::string& /*text*/) {}
 };
 
 // A host without a window: shows nothing and answers every question with its

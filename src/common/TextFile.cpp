@@ -8,7 +8,9 @@
 
 #include <cerrno>
 #include <cmath>
+#include <cstring>
 #include <filesystem>
+#include <utility>
 
 namespace velk {
 
@@ -65,14 +67,14 @@ OutFile::OutFile(const std::string& path) {
   if (!ec && fs::exists(st) && !fs::is_regular_file(st)) {
     errno = 0;
     f_ = std::fopen(path.c_str(), "wb");
-    if (!f_) Raise(FaultFromErrno(errno, false), "cannot open " + path);
+    if (!f_) Raise(FaultFromErrno(errno, false), "cannot write " + path);
     return;
   }
   const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
   std::string temp = (folder / ("." + target.filename().string() + ".XXXXXX")).string();
   errno = 0;
   const int fd = ::mkstemp(temp.data());
-  if (fd < 0) Raise(FaultFromErrno(errno, false), "cannot open " + path);
+  if (fd < 0) Raise(FaultFromErrno(errno, false), "cannot write " + path);
   // The new file gets the old one's permissions, or those of a file made anew.
   if (fs::exists(st)) {
     ::fchmod(fd, static_cast<mode_t>(st.permissions()) & 07777);
@@ -86,7 +88,7 @@ OutFile::OutFile(const std::string& path) {
     const int err = errno;
     ::close(fd);
     ::unlink(temp.c_str());
-    Raise(FaultFromErrno(err, false), "cannot open " + path);
+    Raise(FaultFromErrno(err, false), "cannot write " + path);
   }
   target_ = target.string();
   temp_ = std::move(temp);
@@ -129,11 +131,25 @@ void OutFile::Close() {
   temp_.clear();
 }
 
-std::string ReadWholeFile(const std::string& path) {
+std::FILE* OpenForReading(const std::string& path) {
+  namespace fs = std::filesystem;
   if (path.empty()) Raise(errBadFileName);
+  std::error_code ec;
+  const fs::file_status st = fs::status(path, ec);
+  if (fs::is_directory(st)) Raise(errPathFileAccess, path + " is a folder, not a file");
+  if (fs::exists(st) && !fs::is_regular_file(st))
+    Raise(errPathFileAccess, path + " is not a regular file (a device or a pipe)");
   errno = 0;
   std::FILE* f = std::fopen(path.c_str(), "rb");
-  if (!f) Raise(FaultFromErrno(errno, true), "cannot open " + path);
+  if (!f) {
+    const int err = errno;
+    Raise(FaultFromErrno(err, true), path + ": " + std::strerror(err));
+  }
+  return f;
+}
+
+std::string ReadWholeFile(const std::string& path) {
+  std::FILE* f = OpenForReading(path);
   std::string data;
   char buf[65536];
   std::size_t n;
@@ -205,44 +221,111 @@ bool IsLineEnd(char c) {
 }
 } // namespace
 
+FieldReader FieldReader::FromFile(const std::string& path) {
+  FieldReader r;
+  r.file_ = OpenForReading(path);
+  return r;
+}
+
+FieldReader::FieldReader(FieldReader&& other) noexcept
+    : data_(std::move(other.data_)), pos_(other.pos_), file_(std::exchange(other.file_, nullptr)),
+      line_(other.line_), fieldLine_(other.fieldLine_) {}
+
+FieldReader::~FieldReader() {
+  if (file_) std::fclose(file_);
+}
+
+bool FieldReader::More() {
+  if (!file_) return false;
+  char buf[65536];
+  const std::size_t n = std::fread(buf, 1, sizeof buf, file_);
+  if (n == 0) {
+    const bool failed = std::ferror(file_);
+    const int err = errno;
+    std::fclose(file_);
+    file_ = nullptr;
+    if (failed) Raise(FaultFromErrno(err ? err : EIO, true));
+    return false;
+  }
+  data_.append(buf, n);
+  return true;
+}
+
+bool FieldReader::Has(std::size_t at) {
+  while (at >= data_.size())
+    if (!More()) return false;
+  return true;
+}
+
+bool FieldReader::AtEnd() {
+  return !Has(pos_);
+}
+
+void FieldReader::Bad(int number, const std::string& field, const char* what) const {
+  std::string shown = field.size() > 40 ? field.substr(0, 40) + "..." : field;
+  for (char& c : shown) // a junk file's bytes would garble the message
+    if (static_cast<unsigned char>(c) < 32 || static_cast<unsigned char>(c) > 126) c = '?';
+  Raise(number, "line " + std::to_string(fieldLine_) + ": '" + shown + "' " + what);
+}
+
 void FieldReader::SkipDelimiter() {
-  if (pos_ >= data_.size()) return;
+  if (!Has(pos_)) return;
   if (data_[pos_] == ',') {
     ++pos_;
   } else if (data_[pos_] == '\r') {
     ++pos_;
-    if (pos_ < data_.size() && data_[pos_] == '\n') ++pos_;
+    if (Has(pos_) && data_[pos_] == '\n') ++pos_;
+    ++line_;
   } else if (data_[pos_] == '\n') {
     ++pos_;
+    ++line_;
   }
 }
 
 std::string FieldReader::RawField(bool* quoted) {
-  while (pos_ < data_.size() && IsBlank(data_[pos_]))
+  // What is read is dropped between fields, so the window of a file stays a
+  // piece or two long; indices within a field stay valid while it is read.
+  if (file_ && pos_ > sizeof(char[65536])) {
+    data_.erase(0, pos_);
+    pos_ = 0;
+  }
+  while (Has(pos_) && IsBlank(data_[pos_]))
     ++pos_;
-  if (pos_ >= data_.size()) Raise(errInputPastEnd, "input past end of file");
+  fieldLine_ = line_;
+  if (!Has(pos_)) Raise(errInputPastEnd, "line " + std::to_string(line_) + ": input past end of file");
   if (quoted) *quoted = false;
+  std::size_t end = pos_;
+  auto tooLong = [&] {
+    if (end - pos_ > kLongestField)
+      Raise(errTypeMismatch, "line " + std::to_string(fieldLine_) + ": a field longer than " +
+                                 std::to_string(kLongestField) + " bytes");
+  };
   if (data_[pos_] == '"') {
     if (quoted) *quoted = true;
-    std::size_t close = data_.find('"', pos_ + 1);
-    std::string text;
-    if (close == std::string::npos) {
-      text = data_.substr(pos_ + 1);
-      pos_ = data_.size();
+    end = pos_ + 1;
+    while (Has(end) && data_[end] != '"') {
+      if (data_[end] == '\n') ++line_;
+      ++end;
+      tooLong();
+    }
+    std::string text = data_.substr(pos_ + 1, end - pos_ - 1);
+    if (!Has(end)) { // no closing quote: the rest of the file
+      pos_ = end;
       return text;
     }
-    text = data_.substr(pos_ + 1, close - pos_ - 1);
-    pos_ = close + 1;
+    pos_ = end + 1;
     // Anything between the closing quote and the delimiter is passed over.
-    while (pos_ < data_.size() && data_[pos_] != ',' && !IsLineEnd(data_[pos_]))
+    while (Has(pos_) && data_[pos_] != ',' && !IsLineEnd(data_[pos_]))
       ++pos_;
     SkipDelimiter();
     return text;
   }
-  std::size_t start = pos_;
-  while (pos_ < data_.size() && data_[pos_] != ',' && !IsLineEnd(data_[pos_]))
-    ++pos_;
-  std::string text = Trim(std::string_view(data_).substr(start, pos_ - start));
+  while (Has(end) && data_[end] != ',' && !IsLineEnd(data_[end])) {
+    ++end;
+    tooLong();
+  }
+  std::string text = Trim(std::string_view(data_).substr(pos_, end - pos_));
+  pos_ = end;
   SkipDelimiter();
   return text;
 }
@@ -254,22 +337,40 @@ std::string FieldReader::Text() {
 double FieldReader::Double() {
   bool quoted = false;
   std::string f = RawField(&quoted);
-  if (quoted) Raise(errTypeMismatch);
-  return TextToDouble(f);
+  if (quoted) Bad(errTypeMismatch, f, "is a text, not a number");
+  try {
+    return TextToDouble(f);
+  } catch (const Fault& e) {
+    Bad(e.number(), f, e.number() == errOverflow ? "is too large" : "is not a number");
+  }
 }
 
 velk::Single FieldReader::Single() {
   bool quoted = false;
   std::string f = RawField(&quoted);
-  if (quoted) Raise(errTypeMismatch);
-  return TextToSingle(f);
+  if (quoted) Bad(errTypeMismatch, f, "is a text, not a number");
+  try {
+    return TextToSingle(f);
+  } catch (const Fault& e) {
+    Bad(e.number(), f, e.number() == errOverflow ? "is too large" : "is not a number");
+  }
 }
 
 velk::Integer FieldReader::Integer() {
-  return CInt(Double());
+  const double v = Double();
+  try {
+    return CInt(v);
+  } catch (const Fault& e) {
+    Bad(e.number(), std::to_string(v), "is beyond a whole number's range");
+  }
 }
 velk::Long FieldReader::Long() {
-  return CLng(Double());
+  const double v = Double();
+  try {
+    return CLng(v);
+  } catch (const Fault& e) {
+    Bad(e.number(), std::to_string(v), "is beyond a whole number's range");
+  }
 }
 
 velk::Boolean FieldReader::Boolean() {
@@ -279,7 +380,7 @@ velk::Boolean FieldReader::Boolean() {
     if (f == "#TRUE#") return vbTrue;
     if (f == "#FALSE#") return vbFalse;
   }
-  Raise(errTypeMismatch, "not a boolean: '" + f + "'");
+  Bad(errTypeMismatch, f, "is not #TRUE# or #FALSE#");
 }
 
 } // namespace velk

@@ -42,7 +42,12 @@ private:
   std::string target_, temp_; // temp_ empty when writing directly
 };
 
-// Reads a whole file into memory; a missing file is fault 53.
+// Opens a regular file for reading: a missing one is fault 53, a folder, a
+// device or a pipe fault 75, each with the path in its text. The /dev/zero of
+// a mistyped name would otherwise be read for ever.
+std::FILE* OpenForReading(const std::string& path);
+
+// Reads a whole (small) regular file into memory.
 std::string ReadWholeFile(const std::string& path);
 
 class FieldWriter {
@@ -65,22 +70,43 @@ private:
   bool first_ = true;
 };
 
+// Reads fields from text in memory, or from a file as a stream: only a
+// window of the file is held, so memory follows the model read, not the
+// file's size, and a file of junk fails at its first bad field. Its faults
+// say where: "line 12: 'abc' is not a number".
 class FieldReader {
 public:
   explicit FieldReader(std::string data) : data_(std::move(data)) {}
+  // Streams the file at `path` (see OpenForReading); closes it at the end.
+  static FieldReader FromFile(const std::string& path);
+  FieldReader(FieldReader&& other) noexcept;
+  FieldReader& operator=(FieldReader&&) = delete;
+  FieldReader(const FieldReader&) = delete;
+  ~FieldReader();
   std::string Text();
   velk::Single Single();
   double Double();
   velk::Integer Integer();
   velk::Long Long();
   velk::Boolean Boolean();
-  bool AtEnd() const { return pos_ >= data_.size(); }
+  bool AtEnd();
+  long Line() const { return fieldLine_; } // of the field read last
+
+  // No field, quoted text included, is longer than this: junk is refused
+  // before it fills the memory.
+  static constexpr std::size_t kLongestField = 1 << 20;
 
 private:
+  FieldReader() = default;
   std::string RawField(bool* quoted = nullptr);
   void SkipDelimiter();
+  bool More(); // appends the next piece of the file; false at its end
+  bool Has(std::size_t at); // data_[at] exists, reading more when it must
+  [[noreturn]] void Bad(int number, const std::string& field, const char* what) const;
   std::string data_;
   std::size_t pos_ = 0;
+  std::FILE* file_ = nullptr;
+  long line_ = 1, fieldLine_ = 1;
 };
 
 } // namespace velk

@@ -38,12 +38,29 @@ std::string Project_Data() {
   return data;
 }
 
+namespace {
+bool Open_Project_From(FieldReader& in, const std::string& fileTitle, float* version);
+}
+
 bool Open_Project_File(const std::string& path, float* version) {
-  return Open_Project_Data(ReadWholeFile(path), FileTitleOf(path), version);
+  // Read as a stream; a fault says in which file, besides the line and field.
+  try {
+    FieldReader in = FieldReader::FromFile(path);
+    return Open_Project_From(in, FileTitleOf(path), version);
+  } catch (const Fault& f) {
+    const std::string what = f.what();
+    if (what.rfind(path, 0) == 0) throw;
+    Raise(f.number(), path + " " + what);
+  }
 }
 
 bool Open_Project_Data(std::string data, const std::string& fileTitle, float* version) {
   FieldReader in(std::move(data));
+  return Open_Project_From(in, fileTitle, version);
+}
+
+namespace {
+bool Open_Project_From(FieldReader& in, const std::string& fileTitle, float* version) {
   in.Text(); // the header line says nothing the version does not
   float v = in.Single();
   if (version) *version = v;
@@ -59,6 +76,7 @@ bool Open_Project_Data(std::string data, const std::string& fileTitle, float* ve
   gView().Refresh();
   return read;
 }
+} // namespace
 
 void Save_Project() {
   FileDialog& d = session().cdlFile;

@@ -48,8 +48,11 @@ template <class Fn> bool Run_File_Command(const char* lastWord, Fn&& fn) {
     return true;
   } catch (const Fault& f) {
     if (f.number() == errCancel) return false;
+    if (const std::string what = f.what(); what.rfind("run-time fault ", 0) != 0)
+      host().Detail(what);
     File_Errors(f.number());
   } catch (const std::bad_alloc&) {
+    host().Detail("not enough memory");
     File_Errors(errOutOfMemory);
   } catch (const std::exception&) {
   }

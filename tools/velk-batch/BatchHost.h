@@ -24,6 +24,7 @@ public:
       std::cerr << "velk-batch: " << text << '\n';
     return DefaultAnswer(buttons);
   }
+  void Detail(const std::string& text) override { MsgBox(text, 0, {}); }
   // A run's messages wait for its outcome to know their stream.
   void Hold() { holding_ = true; }
   // Prints what was held, on stdout for a run that succeeded; false when
