@@ -33,6 +33,9 @@ void Analysis::ReadData1_4Option(FieldReader& in) {
     IGSTF = in.Boolean();
     ISHEAR = in.Boolean();
     OptionInitialB = in.Integer();
+    // What the options dialog would refuse is damage like an unreadable field.
+    if (MaxShift < 1 || MaxCycle < 1 || (OptionInitialB != 0 && OptionInitialB != 1))
+      Raise(errInvalidCall, "a run option beyond the dialog's range");
   } catch (const Fault&) {
     MaxShift = 3;
     MaxCycle = 8;

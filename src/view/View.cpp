@@ -423,6 +423,12 @@ void View::ReadData1_4Option(FieldReader& in) {
     OptionZoomCenterFactor = in.Single();
     OptionShowPlate = in.Boolean();
     OptionShading = in.Boolean();
+    // A value the option dialog would refuse is damage like an unreadable
+    // one: a font of 32767 points would take minutes to build.
+    if (OptionFontSize <= 5 || OptionFontSize >= 20 ||
+        !(OptionZoomCenterFactor >= 1 && OptionZoomCenterFactor <= 10) ||
+        OptionShowStress < StressPlots::None || OptionShowStress > StressPlots::Mises)
+      Raise(errInvalidCall, "an option beyond the dialog's range");
   } catch (const Fault&) {
     SetOptionFallbacks();
   }

@@ -324,6 +324,11 @@ TEST_F(Settings, DamagedSettingsFilesFallBackQuietly) {
       // meet a number where a boolean stands and fall back as well.
       {"broken first line", WithLine(kUnusual, 0, "6,x,.55,#TRUE#,#FALSE#,1"), kFallbacks},
       {"count beyond 16 bits", WithLine(kUnusual, 0, "40000,30,.55,#TRUE#,#FALSE#,1"), kFallbacks},
+      // Values the option dialogs refuse are damage too: a font of 32767
+      // would keep the window from opening; no shift, or a zoom factor of 0.
+      {"font the dialog refuses", WithLine(kUnusual, 7, "5,6,.5,32767"), Mix(kUnusual, kFallbacks, 1)},
+      {"zoom factor 0", WithLine(kUnusual, 8, "3,0,#FALSE#,#TRUE#"), Mix(kUnusual, kFallbacks, 1)},
+      {"no shift", WithLine(kUnusual, 0, "0,30,.55,#TRUE#,#FALSE#,1"), Mix(kFallbacks, kUnusual, 1)},
       {"lines may break anywhere",
        {"6,30", ".55,#TRUE#,#FALSE#,1,#TRUE#", "#TRUE#,#TRUE#,#FALSE#,#FALSE#",
         "#FALSE#,#TRUE#,#FALSE#,#TRUE#,#FALSE#,#TRUE#,#FALSE#,#TRUE#,#TRUE#,2.5,4,5",
