@@ -83,14 +83,16 @@ std::string ValueText(double v) {
   return std::string(buffer, end);
 }
 
-// FROM, FROM + STEP, ... up to TO; a last value within a relative 1e-9 of TO
-// is TO itself. The count is checked by the caller beforehand.
+// FROM + i STEP for i = 0..n, n counted from the range (a last value within a
+// relative 1e-9 of TO is TO itself), never by adding: a step lost in the
+// round-off of FROM would otherwise give the same value for ever. The range
+// is checked by the caller beforehand.
 std::vector<std::string> Values(double from, double to, double step) {
   const double tolerance = 1e-9 * std::max(std::abs(to), step);
+  const auto n = static_cast<std::size_t>(std::floor((to - from + tolerance) / step));
   std::vector<std::string> values;
-  for (std::size_t i = 0;; ++i) {
+  for (std::size_t i = 0; i <= n; ++i) {
     const double v = from + static_cast<double>(i) * step;
-    if (v > to + tolerance) break;
     values.push_back(ValueText(std::abs(v - to) <= tolerance ? to : v));
   }
   return values;
@@ -114,6 +116,13 @@ std::string ParseRange(SweepRequest& s) {
   if (s.from > s.to) return whole + ": FROM must not be greater than TO";
   if ((s.to - s.from) / s.step >= static_cast<double>(kMostCases))
     return whole + ": more than " + std::to_string(kMostCases) + " cases";
+  // A field holds a Single: a step below its spacing there gives cases of the
+  // same girder, or one past TO.
+  const float largest = static_cast<float>(std::max(std::abs(s.from), std::abs(s.to)));
+  const double spacing = std::nextafter(largest, HUGE_VALF) - largest;
+  if (s.step < spacing)
+    return whole + ": the step is below the spacing of Single numbers there (" +
+           ValueText(spacing) + "), so the values would repeat";
   return {};
 }
 

@@ -325,6 +325,15 @@ int main(int argc, char** argv) {
     std::cout << kUsage;
     return 0;
   }
+  // An option whose value is an empty text is a mistake of the script (an
+  // unset variable), never "no file": refused before anything runs.
+  for (std::size_t i = 0; i + 1 < args.size(); ++i) {
+    static const std::vector<std::string> valued = {
+        "-o",       "--vtu",       "--listing",   "--deck",     "--plot",  "--jobs",
+        "--shard",  "--estimate",  "--max-shift", "--max-cycle", "--factor", "--modes"};
+    if (args[i + 1].empty() && std::find(valued.begin(), valued.end(), args[i]) != valued.end())
+      return Usage(args[i] + " takes a value, not an empty text");
+  }
   // Scripts get the class defaults of the options, never the user's settings.
   SetOptionFileEnabled(false);
   try {
