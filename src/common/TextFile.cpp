@@ -113,6 +113,12 @@ void OutFile::Put(std::string_view text) {
   column_ = nl == std::string_view::npos ? column_ + text.size() : text.size() - nl - 1;
 }
 
+void OutFile::Flush() {
+  if (!f_) return;
+  errno = 0;
+  if (std::fflush(f_) != 0) Raise(FaultFromErrno(errno ? errno : EIO, false));
+}
+
 void OutFile::Close() {
   if (!f_) return;
   errno = 0;

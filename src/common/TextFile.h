@@ -32,6 +32,7 @@ public:
   OutFile& operator=(const OutFile&) = delete;
 
   void Put(std::string_view text);
+  void Flush(); // to the file now; a failure (a full disk) is a fault
   void Close(); // flushes; a failure is a fault
   std::size_t Column() const { return column_; }
 

@@ -1,5 +1,7 @@
 #pragma once
 // The host of the batch tool: the program's messages as lines of text.
+#include "Stop.h"
+#include "analysis/EigenCalculation.h"
 #include "common/Host.h"
 
 #include <iostream>
@@ -25,6 +27,10 @@ public:
     return DefaultAnswer(buttons);
   }
   void Detail(const std::string& text) override { MsgBox(text, 0, {}); }
+  // A stop signal cancels the run at its checkpoint, as Cancel does.
+  void Yield() override {
+    if (StopSignal()) AnalysisCancel = -1;
+  }
   // A run's messages wait for its outcome to know their stream.
   void Hold() { holding_ = true; }
   // Prints what was held, on stdout for a run that succeeded; false when

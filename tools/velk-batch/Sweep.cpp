@@ -2,10 +2,13 @@
 
 #include "BatchHost.h"
 #include "Cases.h"
+#include "Stop.h"
 #include "SweepPlot.h"
 #include "Usage.h"
 #include "analysis/EigenCalculation.h"
 #include "common/Host.h"
+#include "common/Fault.h"
+#include "common/TextFile.h"
 #include "common/TextRules.h"
 #include "forms/ResultCheckText.h"
 
@@ -17,6 +20,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cerrno>
+#include <csignal>
 #include <charconv>
 #include <chrono>
 #include <cmath>
@@ -24,7 +28,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
+#include <functional>
 #include <iostream>
 #include <map>
 #include <optional>
@@ -288,10 +292,13 @@ struct Child {
 };
 
 // Runs the given cases, each in a process of its own; the results by case.
-std::vector<std::optional<CaseResult>> RunCases(const SweepRequest& s,
-                                                const std::vector<std::string>& values,
-                                                const std::vector<std::size_t>& todo, int jobs) {
-  std::vector<std::optional<CaseResult>> results(values.size());
+// `finished` hears of each case as it ends. A stop signal stops the cases
+// running (they cancel at their next checkpoint and remove their folders)
+// and starts no more.
+void RunCases(const SweepRequest& s, const std::vector<std::string>& values,
+              const std::vector<std::size_t>& todo, int jobs,
+              std::vector<std::optional<CaseResult>>& results,
+              const std::function<void(std::size_t)>& finished) {
   std::vector<Child> running;
   std::size_t next = 0;
   auto tell = [&](std::size_t index) {
@@ -303,7 +310,14 @@ std::vector<std::optional<CaseResult>> RunCases(const SweepRequest& s,
   };
   std::cout.flush();
   std::cerr.flush();
+  bool stopping = false;
   while (next < todo.size() || !running.empty()) {
+    if (StopSignal() && !stopping) {
+      stopping = true;
+      next = todo.size();
+      for (const Child& c : running)
+        ::kill(c.pid, SIGTERM);
+    }
     while (running.size() < static_cast<std::size_t>(jobs) && next < todo.size()) {
       const std::size_t index = todo[next++];
       int pipe[2];
@@ -330,6 +344,7 @@ std::vector<std::optional<CaseResult>> RunCases(const SweepRequest& s,
         results[index] = CaseResult{
             {}, 0, 0, 0, std::string("cannot start its process: ") + std::strerror(errno), {}};
         tell(index);
+        finished(index);
         continue;
       }
       ::close(pipe[1]);
@@ -338,6 +353,7 @@ std::vector<std::optional<CaseResult>> RunCases(const SweepRequest& s,
     std::vector<pollfd> watch;
     for (const Child& c : running)
       watch.push_back({c.fd, POLLIN, 0});
+    if (watch.empty()) continue;
     if (::poll(watch.data(), watch.size(), -1) < 0 && errno != EINTR)
       throw std::runtime_error(std::string("poll: ") + std::strerror(errno));
     for (std::size_t w = watch.size(); w-- > 0;) {
@@ -361,12 +377,30 @@ std::vector<std::optional<CaseResult>> RunCases(const SweepRequest& s,
                          ? "the case stopped on signal " + std::to_string(WTERMSIG(status))
                          : "the case gave no result";
       }
-      results[c.index] = std::move(r);
-      tell(c.index);
+      if (!stopping) {
+        results[c.index] = std::move(r);
+        tell(c.index);
+        finished(c.index);
+      }
       running.erase(running.begin() + static_cast<std::ptrdiff_t>(w));
     }
   }
-  return results;
+}
+
+// Why a file could not be written, in plain words.
+std::string WriteFailure(const Fault& f) {
+  switch (f.number()) {
+  case errDiskFull:
+    return "the disk is full";
+  case errPathNotFound:
+    return "its folder does not exist";
+  case errPermissionDenied:
+    return "permission denied";
+  case errBadFileName:
+    return "the name is not a file name";
+  default:
+    return "the system refused it (fault " + std::to_string(f.number()) + ")";
+  }
 }
 
 // A CSV field, quoted when it holds a comma, a quote or a line end.
@@ -400,8 +434,20 @@ int Sweep(const std::vector<std::string>& args) {
     InstallHost(nullptr);
     if (!applied) return Usage("invalid iteration option");
   }
-  if (!std::ofstream(s.out, std::ios::binary)) {
-    std::cerr << "velk-batch: cannot write " << s.out << '\n';
+  // Both outputs are tried before the first case: a folder that is not there
+  // or a full disk is told at once, not after the study. The rows go to a
+  // file beside the study as the cases end, in the order of the field; it
+  // takes the study's name when the study ends, stopped or not.
+  std::optional<OutFile> csv;
+  std::string trying = s.out;
+  try {
+    csv.emplace(s.out);
+    csv->Put(CsvField(s.field) + ",eigenvalue,equations,bandwidth,seconds,failure,check\n");
+    csv->Flush();
+    trying = s.plot;
+    if (!s.plot.empty()) OutFile probe(s.plot); // removed unwritten
+  } catch (const Fault& f) {
+    std::cerr << "velk-batch: cannot write " << trying << ": " << WriteFailure(f) << '\n';
     return 1;
   }
 
@@ -411,27 +457,45 @@ int Sweep(const std::vector<std::string>& args) {
       todo.push_back(i);
   const int cores = static_cast<int>(std::max(1u, std::thread::hardware_concurrency()));
   const int jobs = std::max(1, std::min(s.jobs ? s.jobs : cores, static_cast<int>(todo.size())));
-  const auto results = RunCases(s, values, todo, jobs);
-
-  std::ofstream csv(s.out, std::ios::binary);
-  csv << CsvField(s.field) << ",eigenvalue,equations,bandwidth,seconds,failure,check\n";
-  bool doubtful = false;
+  std::vector<std::optional<CaseResult>> results(values.size());
+  bool doubtful = false, writeFailed = false;
   std::vector<std::pair<double, double>> points;
-  for (std::size_t i : todo) {
+  std::size_t written = 0; // rows of todo out so far
+  auto row = [&](std::size_t i) {
     const CaseResult& r = *results[i];
     const bool staged = r.equations > 0;
     char seconds[32];
     std::snprintf(seconds, sizeof seconds, "%.3f", r.seconds);
-    csv << values[i] << ',' << r.eigenvalue << ',' << (staged ? std::to_string(r.equations) : "")
-        << ',' << (staged ? std::to_string(r.bandwidth) : "") << ',' << seconds << ','
-        << CsvField(r.failure) << ',' << r.check << '\n';
+    try {
+      csv->Put(values[i] + ',' + r.eigenvalue + ',' +
+               (staged ? std::to_string(r.equations) : "") + ',' +
+               (staged ? std::to_string(r.bandwidth) : "") + ',' + seconds + ',' +
+               CsvField(r.failure) + ',' + r.check + '\n');
+      csv->Flush();
+    } catch (const Fault&) {
+      writeFailed = true;
+    }
     doubtful = doubtful || !Checked(r);
     if (r.failure.empty()) points.emplace_back(TextToDouble(values[i]), TextToDouble(r.eigenvalue));
-  }
-  csv.close();
-  if (!csv) {
-    std::cerr << "velk-batch: cannot write " << s.out << '\n';
+  };
+  RunCases(s, values, todo, jobs, results, [&](std::size_t) {
+    for (; written < todo.size() && results[todo[written]]; ++written)
+      row(todo[written]);
+  });
+  // Stopped: the cases that finished after one that did not are kept too.
+  for (std::size_t k = written; k < todo.size(); ++k)
+    if (results[todo[k]]) row(todo[k]);
+  try {
+    if (writeFailed) Raise(errDiskFull);
+    csv->Close();
+  } catch (const Fault& f) {
+    std::cerr << "velk-batch: cannot write " << s.out << ": " << WriteFailure(f) << '\n';
     return 1;
+  }
+  if (StopSignal()) {
+    std::cerr << "velk-batch: stopped; the rows of the cases that finished are in " << s.out
+              << '\n';
+    return 128 + StopSignal();
   }
   if (points.empty()) {
     std::cerr << "velk-batch: "

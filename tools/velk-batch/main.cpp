@@ -11,6 +11,7 @@
 
 #include "BatchHost.h"
 #include "Cases.h"
+#include "Stop.h"
 #include "Sweep.h"
 #include "Usage.h"
 
@@ -262,6 +263,7 @@ int Run(const std::vector<std::string>& args) {
 
   TemporaryFolderGuard folder;
   const RunEnd end = Run_Model(host, r.estimate, modes);
+  if (StopSignal()) return 128 + StopSignal(); // the folder goes with the guard
   if (end == RunEnd::Free) {
     std::cerr << "velk-batch: " << kFreeStructure << '\n';
     CopyIfMade(session().gTempOutFile, r.listing);
@@ -336,6 +338,7 @@ int main(int argc, char** argv) {
   }
   // Scripts get the class defaults of the options, never the user's settings.
   SetOptionFileEnabled(false);
+  InstallStopHandlers();
   try {
     if (cmd == "generate") return Generate(args);
     if (cmd == "info") return Info(args);
