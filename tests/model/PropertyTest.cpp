@@ -107,20 +107,6 @@ TEST(Property, StressRangeOverConnectedEntriesOnly) {
   EXPECT_TRUE(mx == -1E+37f && mn == 1E+37f);
 }
 
-TEST(Property, CollectionsHaveOneBasedPositionsKeysAndFaults) {
-  Nodes nodes;
-  auto a = nodes.Add(1, 2, 1, "1");
-  auto b = nodes.Add(3, 4, 2, "2");
-  auto keyless = nodes.Add(5, 6, 3, "");
-  EXPECT_TRUE(nodes.Item(1) == a && nodes.Item(3) == keyless && nodes.Item("2") == b);
-  EXPECT_TRUE(b->xcoord == 3 && b->ycoord == 4 && b->ID == 2);
-  for (long bad : {0, 4, -1})
-    EXPECT_EQ(FaultOf([&] { nodes.Item(bad); }), errSubscript) << bad;
-  EXPECT_EQ(FaultOf([&] { nodes.Item("3"); }), errInvalidCall); // added without a key
-  EXPECT_EQ(FaultOf([&] { nodes.Add(0, 0, 4, "1"); }), errDuplicateKey);
-  EXPECT_EQ(nodes.Count(), 3); // the refused node is not there
-}
-
 using Ids = std::vector<Long>;
 
 // A 3 x 3 node grid of unit cells with every element, all undefined: plates
