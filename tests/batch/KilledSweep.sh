@@ -1,6 +1,7 @@
 #!/bin/sh
 # A sweep stopped by SIGTERM after its first case keeps the rows of the cases
-# that finished, in order, stops its cases and leaves no process or folder.
+# that finished, in the order of the field (a case that had not finished is
+# left out), stops its cases and leaves no process or folder.
 #   KilledSweep.sh VELK_BATCH WORK
 batch=$1
 work=$2
@@ -19,9 +20,9 @@ wait $pid
 status=$?
 sleep 0.2
 rows=$(($(wc -l < "$work/study.csv") - 1))
-first=$(sed -n 2p "$work/study.csv" | cut -d, -f1)
+ordered=$(tail -n +2 "$work/study.csv" | cut -d, -f1 | sort -n -c 2>&1 && echo yes)
 left=$(pgrep -f "$work/study.csv" | wc -l)
 folders=$(ls -A "$work/tmp" | wc -l)
-echo "status $status rows $rows first $first processes $left folders $folders"
-[ $status -eq 143 ] && [ $rows -ge 1 ] && [ $rows -lt 40 ] && [ "$first" = 100 ] &&
+echo "status $status rows $rows ordered $ordered processes $left folders $folders"
+[ $status -eq 143 ] && [ $rows -ge 1 ] && [ $rows -lt 40 ] && [ "$ordered" = yes ] &&
   [ $left -eq 0 ] && [ $folders -eq 0 ]
